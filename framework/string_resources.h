@@ -1,0 +1,20 @@
+// The plug-in's own string table, loaded into fixed buffers.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+namespace rw {
+
+// Loads string `id` in the current language into `buffer`: the buffer is
+// set empty first and its last unit is always 0. Returns the buffer, or null
+// when capacity is 0.
+char16_t* LoadStringResource(std::uint32_t id, char16_t* buffer, std::size_t capacity);
+// The 8-bit twin (UTF-8 outside Windows).
+char* LoadStringResourceA(std::uint32_t id, char* buffer, std::size_t capacity);
+
+// The truncating load of a fixed field: cleared whole first, at most
+// capacity - 1 units copied, the last unit forced to 0.
+void LoadStringField(std::uint32_t id, char16_t* field, std::size_t capacity);
+
+}  // namespace rw

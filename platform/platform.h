@@ -1,0 +1,91 @@
+// Every operating-system service the plug-in uses, behind one header. The
+// Windows build calls the system; the POSIX build maps each service as the
+// project's design notes describe (module look-up with dlopen, registry as a
+// folder, the string table compiled in, directory search with filesystem).
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <cstdio>
+
+namespace rw::platform {
+
+using ModuleHandle = void*;
+
+// --- Modules -------------------------------------------------------------
+
+// File names of every program that hosts the plug-in interface, main
+// edition first. Looked up among the modules already loaded, never loaded.
+inline constexpr std::size_t kHostModuleCount = 13;
+extern const char* const kHostModuleNames[kHostModuleCount];
+
+// Handle of an already loaded module with this file name, or null.
+ModuleHandle GetLoadedModule(const char* fileName);
+// The first loaded module of kHostModuleNames, found once per process and
+// kept (null for good when none was loaded at the first call).
+ModuleHandle HostModule();
+// Address of an exported function, or null.
+void* GetExport(ModuleHandle module, const char* name);
+// The plug-in's own module (for its resources), or null.
+ModuleHandle OwnModule();
+
+// --- String resources of the plug-in's own module --------------------------
+
+// As the system's LoadString with a buffer: copies at most capacity - 1
+// units of string `id` in the current language, always terminates, returns
+// the units copied (0 when there is no such string). capacity must be > 0.
+int LoadStringW(ModuleHandle module, std::uint32_t id, char16_t* buffer, int capacity);
+// The 8-bit twin: the system code page on Windows, UTF-8 on POSIX.
+int LoadStringA(ModuleHandle module, std::uint32_t id, char* buffer, int capacity);
+
+// --- Per-user settings (the registry on Windows) ----------------------------
+
+using RegistryKey = void*;
+inline constexpr long kRegistryOk = 0;
+inline constexpr std::uint32_t kKeyAllAccess = 0xF003F;
+inline constexpr std::uint32_t kRegDword = 4;
+
+// Opens an existing key under the current user's hive; never creates one.
+long RegOpenKeyExA(const char* subKey, std::uint32_t options, std::uint32_t access,
+                   RegistryKey* key);
+// Reads at most *size bytes of the value; *size receives its length. A value
+// longer than *size fails and writes nothing.
+long RegQueryValueExA(RegistryKey key, const char* name, std::uint32_t* type,
+                      std::uint8_t* data, std::uint32_t* size);
+long RegSetValueExA(RegistryKey key, const char* name, std::uint32_t type,
+                    const std::uint8_t* data, std::uint32_t size);
+long RegCloseKey(RegistryKey key);
+
+// --- Files -------------------------------------------------------------------
+
+inline constexpr std::size_t kMaxPath = 260;
+
+struct FindData {
+  std::uint32_t attributes = 0;
+  std::uint64_t size = 0;
+  char16_t fileName[kMaxPath] = {};
+};
+using FindHandle = void*;
+inline FindHandle const kInvalidFindHandle = reinterpret_cast<FindHandle>(~std::uintptr_t{0});
+
+// Directory search with the system's wildcard rules ("*.mid" also matches a
+// long name ending in ".midi"). Names come in the system's order: NTFS order
+// on Windows, case-insensitive order of the upper-cased UTF-16 units on POSIX.
+FindHandle FindFirstFileW(const char16_t* pattern, FindData* found);
+bool FindNextFileW(FindHandle search, FindData* found);
+
+bool DeleteFileW(const char16_t* path);
+// The C runtime's wide-character open; use the standard stdio calls after it.
+std::FILE* OpenFileW(const char16_t* path, const char* mode);
+
+// --- Dialog controls ---------------------------------------------------------
+
+// Standard list-box and combo-box messages to a control of a dialog. On
+// POSIX the host owns the controls and exports these by name; without them
+// every message answers 0.
+std::int64_t SendDlgItemMessageW(void* dialog, int control, std::uint32_t message,
+                                 std::uint64_t wparam, std::int64_t lparam);
+std::int64_t SendDlgItemMessageA(void* dialog, int control, std::uint32_t message,
+                                 std::uint64_t wparam, std::int64_t lparam);
+
+}  // namespace rw::platform

@@ -1,0 +1,119 @@
+#include <algorithm>
+#include <cstdio>
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "paths.h"
+#include "platform.h"
+
+namespace rw::platform {
+namespace {
+
+constexpr std::uint32_t kAttributeDirectory = 0x10;
+constexpr std::uint32_t kAttributeNormal = 0x80;
+
+char16_t Upper(char16_t c) { return (c >= u'a' && c <= u'z') ? static_cast<char16_t>(c - 32) : c; }
+
+std::u16string Upper(std::u16string text) {
+  std::transform(text.begin(), text.end(), text.begin(), [](char16_t c) { return Upper(c); });
+  return text;
+}
+
+// Wildcards '*' and '?', without regard to case, as the system matches them.
+bool WildcardMatch(const char16_t* pattern, const char16_t* name) {
+  if (*pattern == 0) return *name == 0;
+  if (*pattern == u'*') {
+    for (const char16_t* rest = name;; ++rest) {
+      if (WildcardMatch(pattern + 1, rest)) return true;
+      if (*rest == 0) return false;
+    }
+  }
+  if (*name == 0) return false;
+  if (*pattern != u'?' && Upper(*pattern) != Upper(*name)) return false;
+  return WildcardMatch(pattern + 1, name + 1);
+}
+
+// Windows also matches a pattern against each long name's 8.3 short name,
+// whose extension is the long extension cut to three characters: "*.mid"
+// finds "Groove.midi".
+bool MatchesLikeWindows(const std::u16string& pattern, const std::u16string& name) {
+  if (WildcardMatch(pattern.c_str(), name.c_str())) return true;
+  const std::size_t patternDot = pattern.rfind(u'.');
+  const std::size_t nameDot = name.rfind(u'.');
+  if (patternDot == std::u16string::npos || nameDot == std::u16string::npos) return false;
+  const std::u16string patternExtension = pattern.substr(patternDot + 1);
+  const std::u16string nameExtension = name.substr(nameDot + 1);
+  if (patternExtension.size() != 3 || nameExtension.size() <= 3) return false;
+  if (patternExtension.find_first_of(u"*?") != std::u16string::npos) return false;
+  const std::u16string shortName = name.substr(0, nameDot + 1) + nameExtension.substr(0, 3);
+  return WildcardMatch(pattern.c_str(), shortName.c_str());
+}
+
+// The whole folder is read at the first call, so no descriptor stays open
+// between calls. One search at a time, as the plug-in uses it.
+struct Search {
+  std::vector<FindData> found;
+  std::size_t next = 0;
+};
+Search& TheSearch() {
+  static Search search;
+  return search;
+}
+
+bool Deliver(Search& search, FindData* out) {
+  if (out == nullptr || search.next >= search.found.size()) return false;
+  *out = search.found[search.next++];
+  return true;
+}
+
+}  // namespace
+
+FindHandle FindFirstFileW(const char16_t* pattern, FindData* found) {
+  Search& search = TheSearch();
+  search = Search{};
+  if (pattern == nullptr) return kInvalidFindHandle;
+  const std::u16string full(pattern);
+  const std::size_t slash = full.find_last_of(u"\\/");
+  const std::u16string folder = slash == std::u16string::npos ? u"." : full.substr(0, slash + 1);
+  const std::u16string namePattern = slash == std::u16string::npos ? full : full.substr(slash + 1);
+
+  std::error_code error;
+  std::filesystem::directory_iterator it(NativePath(folder.c_str()), error);
+  if (error) return kInvalidFindHandle;
+  for (const auto& entry : it) {
+    const std::u16string name = Utf8ToUtf16(entry.path().filename().string());
+    if (name.size() >= kMaxPath || !MatchesLikeWindows(namePattern, name)) continue;
+    FindData data;
+    const bool directory = entry.is_directory(error);
+    data.attributes = directory ? kAttributeDirectory : kAttributeNormal;
+    data.size = directory ? 0 : static_cast<std::uint64_t>(entry.file_size(error));
+    std::copy(name.begin(), name.end(), data.fileName);
+    search.found.push_back(data);
+  }
+  std::stable_sort(search.found.begin(), search.found.end(),
+                   [](const FindData& a, const FindData& b) {
+                     return Upper(std::u16string(a.fileName)) < Upper(std::u16string(b.fileName));
+                   });
+  if (!Deliver(search, found)) return kInvalidFindHandle;
+  return &search;
+}
+
+bool FindNextFileW(FindHandle handle, FindData* found) {
+  if (handle != &TheSearch()) return false;
+  return Deliver(TheSearch(), found);
+}
+
+bool DeleteFileW(const char16_t* path) {
+  std::error_code error;
+  const std::filesystem::path native = NativePath(path);
+  if (std::filesystem::is_directory(native, error)) return false;
+  return std::filesystem::remove(native, error);
+}
+
+std::FILE* OpenFileW(const char16_t* path, const char* mode) {
+  if (path == nullptr || mode == nullptr) return nullptr;
+  return std::fopen(NativePath(path).c_str(), mode);
+}
+
+}  // namespace rw::platform

@@ -1,0 +1,99 @@
+// Strings, registry, files and dialog controls: the system's own calls.
+#include <windows.h>
+
+#include <cstdio>
+#include <iterator>
+
+#include "platform.h"
+
+namespace rw::platform {
+
+int LoadStringW(ModuleHandle module, std::uint32_t id, char16_t* buffer, int capacity) {
+  if (buffer == nullptr || capacity <= 0) return 0;
+  buffer[0] = 0;
+  return ::LoadStringW(static_cast<HINSTANCE>(module), id, reinterpret_cast<LPWSTR>(buffer),
+                       capacity);
+}
+
+int LoadStringA(ModuleHandle module, std::uint32_t id, char* buffer, int capacity) {
+  if (buffer == nullptr || capacity <= 0) return 0;
+  buffer[0] = 0;
+  return ::LoadStringA(static_cast<HINSTANCE>(module), id, buffer, capacity);
+}
+
+long RegOpenKeyExA(const char* subKey, std::uint32_t options, std::uint32_t access,
+                   RegistryKey* key) {
+  HKEY opened = nullptr;
+  const LSTATUS status = ::RegOpenKeyExA(HKEY_CURRENT_USER, subKey, options, access, &opened);
+  if (status == ERROR_SUCCESS && key != nullptr) *key = opened;
+  return status;
+}
+
+long RegQueryValueExA(RegistryKey key, const char* name, std::uint32_t* type,
+                      std::uint8_t* data, std::uint32_t* size) {
+  DWORD valueType = 0;
+  DWORD length = size != nullptr ? *size : 0;
+  const LSTATUS status =
+      ::RegQueryValueExA(static_cast<HKEY>(key), name, nullptr, &valueType, data, &length);
+  if (type != nullptr) *type = valueType;
+  if (size != nullptr) *size = length;
+  return status;
+}
+
+long RegSetValueExA(RegistryKey key, const char* name, std::uint32_t type,
+                    const std::uint8_t* data, std::uint32_t size) {
+  return ::RegSetValueExA(static_cast<HKEY>(key), name, 0, type, data, size);
+}
+
+long RegCloseKey(RegistryKey key) { return ::RegCloseKey(static_cast<HKEY>(key)); }
+
+namespace {
+void CopyFound(const WIN32_FIND_DATAW& system, FindData* found) {
+  if (found == nullptr) return;
+  found->attributes = system.dwFileAttributes;
+  found->size = (std::uint64_t{system.nFileSizeHigh} << 32) | system.nFileSizeLow;
+  for (std::size_t i = 0; i < kMaxPath; ++i) found->fileName[i] = system.cFileName[i];
+}
+}  // namespace
+
+FindHandle FindFirstFileW(const char16_t* pattern, FindData* found) {
+  WIN32_FIND_DATAW system{};
+  HANDLE search = ::FindFirstFileW(reinterpret_cast<LPCWSTR>(pattern), &system);
+  if (search == INVALID_HANDLE_VALUE) return kInvalidFindHandle;
+  CopyFound(system, found);
+  return search;
+}
+
+bool FindNextFileW(FindHandle search, FindData* found) {
+  WIN32_FIND_DATAW system{};
+  if (!::FindNextFileW(static_cast<HANDLE>(search), &system)) return false;
+  CopyFound(system, found);
+  return true;
+}
+
+bool DeleteFileW(const char16_t* path) {
+  return ::DeleteFileW(reinterpret_cast<LPCWSTR>(path)) != 0;
+}
+
+std::FILE* OpenFileW(const char16_t* path, const char* mode) {
+  if (path == nullptr || mode == nullptr) return nullptr;
+  wchar_t wideMode[8] = {};
+  for (std::size_t i = 0; i + 1 < std::size(wideMode) && mode[i] != 0; ++i) {
+    wideMode[i] = static_cast<wchar_t>(mode[i]);
+  }
+  return ::_wfopen(reinterpret_cast<const wchar_t*>(path), wideMode);
+}
+
+std::int64_t SendDlgItemMessageW(void* dialog, int control, std::uint32_t message,
+                                 std::uint64_t wparam, std::int64_t lparam) {
+  return ::SendDlgItemMessageW(static_cast<HWND>(dialog), control, message,
+                               static_cast<WPARAM>(wparam), static_cast<LPARAM>(lparam));
+}
+
+std::int64_t SendDlgItemMessageA(void* dialog, int control, std::uint32_t message,
+                                 std::uint64_t wparam, std::int64_t lparam) {
+  return ::SendDlgItemMessageA(static_cast<HWND>(dialog), control, message,
+                               static_cast<WPARAM>(wparam), static_cast<LPARAM>(lparam));
+}
+
+}  // namespace rw::platform

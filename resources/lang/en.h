@@ -1,0 +1,46 @@
+/* English texts of the plug-in: its string table and dialog 102. The one
+ * source for both the Windows resource script and the POSIX string table.
+ * Strings 15, 16 and 27 are never shown. */
+#define RW_LANG_STRINGS(S)                                                                        \
+  S(1, "Rhythm Weave")                                                                            \
+  S(2, "Rhythm Weave...")                                                                         \
+  S(3, "Rhythm Weave")                                                                            \
+  S(4, "Rhythm Weave")                                                                            \
+  S(10, "Notation with Percussion Map")                                                           \
+  S(11, "Normal Notation")                                                                        \
+  S(12, "Slash Notation")                                                                         \
+  S(13, "No region is selected. Would you like to add a rhythm weave to the complete file?")      \
+  S(14, "There are notes in the selected staff. Would you like to proceed and replace these "     \
+        "notes with the new rhythm weave?")                                                       \
+  S(15, "Rhythm Weave Plug-In")                                                                   \
+  S(16, "Rhythm Weave Slash Notation")                                                            \
+  S(17, "The selected measure range contains composite time signatures. This is not supported.")  \
+  S(18, "The selected measure range contains time signature changes. This is not supported.")     \
+  S(19, "Error opening this file.")                                                               \
+  S(20, "No drum notes found in this Midi file.")                                                 \
+  S(21, "Error: the time signature from the Midi file doesn't match.")                           \
+  S(22, "No Midi files found in the Rhythm Weave folder, or that folder doesn't exist. It should " \
+        "be named Rhythm Weave and be located inside the Component Files folder.")                \
+  S(23, "Please select a rhythm weave style from the selection list.")                            \
+  S(24, "This document does not contain a percussion map. Please open the library 'Percussion "   \
+        "Maps' first, or select a different notation style.")                                     \
+  S(25, "This plug-in affects complete measures, even if you make a partial measure selection. "  \
+        "Would you like to continue anyway?")                                                     \
+  S(26, "The definition for the drum set clef seems to be incorrect.\n\nIt's the fourth clef in " \
+        "the second row in Cantel's Clef Designer.\n\nWould you like the Rhythm Weave plug-in to " \
+        "fix the clef definition?")                                                               \
+  S(27, "Drum set clef")                                                                          \
+  S(28, "The definition for the drum set clef seems to be incorrect.\n\nWould you like the "      \
+        "Rhythm Weave plug-in to fix the clef definition?")
+
+#define RW_DLG_CAPTION "Rhythm Weave"
+#define RW_DLG_STYLE " &Style "
+#define RW_DLG_PLACE " &Place Music Into: "
+#define RW_DLG_NEW_STAFF "&New Staff at Bottom of Score"
+#define RW_DLG_EXISTING_STAFF "&Existing Staff:"
+#define RW_DLG_GENERATE "&Generate:"
+#define RW_DLG_OK "&OK"
+#define RW_DLG_CANCEL "&Cancel"
+#define RW_DLG_NOTE                                                                           \
+  "Note: Additional styles can be made available by placing standard MIDI (.mid) files into " \
+  "the Rhythm Weave folder, located in the Component Files folder."

@@ -1,0 +1,43 @@
+/* Polish texts of the plug-in (see en.h). */
+#define RW_LANG_STRINGS(S)                                                                        \
+  S(1, "Rhythm Weave")                                                                            \
+  S(2, "Rhythm Weave...")                                                                         \
+  S(3, "Rhythm Weave")                                                                            \
+  S(4, "Rhythm Weave")                                                                            \
+  S(10, "Notacja z mapą perkusji")                                                                \
+  S(11, "Notacja zwykła")                                                                         \
+  S(12, "Notacja ukośnikowa")                                                                     \
+  S(13, "Nie zaznaczono żadnego obszaru. Czy dodać rytm do całego pliku?")                        \
+  S(14, "Na wybranej pięciolinii są nuty. Czy kontynuować i zastąpić te nuty nowym rytmem?")      \
+  S(15, "Wtyczka Rhythm Weave")                                                                   \
+  S(16, "Rhythm Weave – notacja ukośnikowa")                                                      \
+  S(17, "Wybrany zakres taktów zawiera złożone oznaczenia metrum. Nie jest to obsługiwane.")      \
+  S(18, "Wybrany zakres taktów zawiera zmiany metrum. Nie jest to obsługiwane.")                  \
+  S(19, "Błąd podczas otwierania tego pliku.")                                                    \
+  S(20, "W tym pliku MIDI nie znaleziono nut perkusji.")                                          \
+  S(21, "Błąd: metrum pliku MIDI nie pasuje.")                                                    \
+  S(22, "Nie znaleziono plików MIDI w folderze Rhythm Weave albo ten folder nie istnieje. "       \
+        "Powinien nazywać się Rhythm Weave i znajdować się w folderze Component Files.")          \
+  S(23, "Wybierz styl rytmu z listy.")                                                            \
+  S(24, "Ten dokument nie zawiera mapy perkusji. Najpierw otwórz bibliotekę 'Percussion Maps' "   \
+        "albo wybierz inny styl notacji.")                                                        \
+  S(25, "Ta wtyczka działa na całych taktach, nawet jeśli zaznaczysz tylko część taktu. "         \
+        "Czy mimo to kontynuować?")                                                               \
+  S(26, "Definicja klucza perkusyjnego wydaje się nieprawidłowa.\n\nTo czwarty klucz w drugim "   \
+        "rzędzie w projektancie kluczy programu Cantel.\n\nCzy wtyczka Rhythm Weave ma poprawić " \
+        "definicję klucza?")                                                                      \
+  S(27, "Klucz perkusyjny")                                                                       \
+  S(28, "Definicja klucza perkusyjnego wydaje się nieprawidłowa.\n\nCzy wtyczka Rhythm Weave "    \
+        "ma poprawić definicję klucza?")
+
+#define RW_DLG_CAPTION "Rhythm Weave"
+#define RW_DLG_STYLE " &Styl "
+#define RW_DLG_PLACE " &Umieść muzykę w: "
+#define RW_DLG_NEW_STAFF "&Nowa pięciolinia na dole partytury"
+#define RW_DLG_EXISTING_STAFF "&Istniejąca pięciolinia:"
+#define RW_DLG_GENERATE "&Generuj:"
+#define RW_DLG_OK "&OK"
+#define RW_DLG_CANCEL "&Anuluj"
+#define RW_DLG_NOTE                                                                           \
+  "Uwaga: dodatkowe style można udostępnić, umieszczając standardowe pliki MIDI (.mid) w "    \
+  "folderze Rhythm Weave, który znajduje się w folderze Component Files."

@@ -1,0 +1,44 @@
+/* Swedish texts of the plug-in (see en.h). */
+#define RW_LANG_STRINGS(S)                                                                        \
+  S(1, "Rhythm Weave")                                                                            \
+  S(2, "Rhythm Weave...")                                                                         \
+  S(3, "Rhythm Weave")                                                                            \
+  S(4, "Rhythm Weave")                                                                            \
+  S(10, "Notation med slagverkskarta")                                                            \
+  S(11, "Vanlig notation")                                                                        \
+  S(12, "Snedstrecksnotation")                                                                    \
+  S(13, "Inget område är markerat. Vill du lägga till en rytm i hela filen?")                     \
+  S(14, "Det finns noter i den valda notraden. Vill du fortsätta och ersätta dem med den nya "    \
+        "rytmen?")                                                                                \
+  S(15, "Insticksprogrammet Rhythm Weave")                                                        \
+  S(16, "Rhythm Weave snedstrecksnotation")                                                       \
+  S(17, "Det valda taktområdet innehåller sammansatta taktarter. Det stöds inte.")                \
+  S(18, "Det valda taktområdet innehåller taktartsbyten. Det stöds inte.")                        \
+  S(19, "Det gick inte att öppna filen.")                                                         \
+  S(20, "Inga trumnoter hittades i MIDI-filen.")                                                  \
+  S(21, "Fel: taktarten i MIDI-filen stämmer inte.")                                              \
+  S(22, "Inga MIDI-filer hittades i mappen Rhythm Weave, eller så finns inte mappen. Den ska "    \
+        "heta Rhythm Weave och ligga i mappen Component Files.")                                  \
+  S(23, "Välj en rytmstil i listan.")                                                             \
+  S(24, "Dokumentet innehåller ingen slagverkskarta. Öppna först biblioteket 'Percussion Maps' "  \
+        "eller välj en annan notationsstil.")                                                     \
+  S(25, "Insticksprogrammet påverkar hela takter, även om du bara markerar en del av en takt. "   \
+        "Vill du fortsätta ändå?")                                                                \
+  S(26, "Definitionen av trumsetsklaven verkar vara felaktig.\n\nDet är den fjärde klaven i "     \
+        "andra raden i Cantels klavdesigner.\n\nVill du att insticksprogrammet Rhythm Weave ska " \
+        "rätta klavdefinitionen?")                                                                \
+  S(27, "Trumsetsklav")                                                                           \
+  S(28, "Definitionen av trumsetsklaven verkar vara felaktig.\n\nVill du att "                    \
+        "insticksprogrammet Rhythm Weave ska rätta klavdefinitionen?")
+
+#define RW_DLG_CAPTION "Rhythm Weave"
+#define RW_DLG_STYLE " &Stil "
+#define RW_DLG_PLACE " &Placera musiken i: "
+#define RW_DLG_NEW_STAFF "&Ny notrad längst ner i partituret"
+#define RW_DLG_EXISTING_STAFF "&Befintlig notrad:"
+#define RW_DLG_GENERATE "&Generera:"
+#define RW_DLG_OK "&OK"
+#define RW_DLG_CANCEL "&Avbryt"
+#define RW_DLG_NOTE                                                                       \
+  "Obs! Fler stilar blir tillgängliga om du lägger standard-MIDI-filer (.mid) i mappen "  \
+  "Rhythm Weave, som ligger i mappen Component Files."

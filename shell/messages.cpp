@@ -1,0 +1,19 @@
+#include "messages.h"
+
+#include "host_api.h"
+#include "string_resources.h"
+
+namespace rw::shell {
+namespace {
+constexpr std::size_t kMessageCapacity = 1024;
+}
+
+std::uint16_t ShowMessage(std::uint32_t id, std::uint16_t style) {
+  char16_t text[kMessageCapacity];
+  LoadStringResource(id, text, kMessageCapacity);
+  return host::CX_AlertMessage_UTF16(0, style, 0, text, host::kVersion);
+}
+
+bool AskYesNo(std::uint32_t id) { return ShowMessage(id, CX_MB_QUESTION_YESNO) == CX_ID_YES; }
+
+}  // namespace rw::shell

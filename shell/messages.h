@@ -1,0 +1,14 @@
+// Messages from the plug-in's string table, shown by the host.
+#pragma once
+
+#include <cstdint>
+
+namespace rw::shell {
+
+// Shows string `id` in the current language with a message-box style;
+// returns the button the user pressed (0 when the host cannot show it).
+std::uint16_t ShowMessage(std::uint32_t id, std::uint16_t style);
+// Asks string `id` as a Yes/No question; true only for Yes.
+bool AskYesNo(std::uint32_t id);
+
+}  // namespace rw::shell
