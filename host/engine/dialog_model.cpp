@@ -1,0 +1,69 @@
+#include "dialog_model.h"
+
+namespace cantel_engine {
+
+std::map<int, ControlState> dialog_template(std::uint16_t id) {
+  std::map<int, ControlState> controls;
+  if (id != 102) return controls;
+  for (int control : {1, 2, 21, 22, 2002, 2003, 2004, 2006, 1019, 1020}) {
+    ControlState state;
+    state.id = control;
+    state.is_list = control == 2002 || control == 1019 || control == 1020;
+    controls[control] = state;
+  }
+  return controls;
+}
+
+ControlState* DialogModel::control(int id) {
+  auto it = controls.find(id);
+  return it == controls.end() ? nullptr : &it->second;
+}
+
+DialogStep DialogModel::snapshot(std::string event, std::string note) const {
+  DialogStep step;
+  step.event = std::move(event);
+  step.note = std::move(note);
+  step.focus = focus;
+  step.ended = ended;
+  for (const auto& [id, state] : controls) step.controls.push_back(state);
+  return step;
+}
+
+std::int64_t DialogModel::list_message(int id, std::uint32_t message, std::uint64_t wparam,
+                                       const std::string& text_of_lparam) {
+  ControlState* list = control(id);
+  if (list == nullptr || !list->is_list) return 0;
+  const auto count = static_cast<std::int64_t>(list->items.size());
+  switch (message) {
+    case CX_LB_RESETCONTENT:
+    case CX_CB_RESETCONTENT:
+      list->items.clear();
+      list->selection = CX_LIST_NONE;
+      return 0;
+    case CX_LB_ADDSTRING:
+    case CX_CB_ADDSTRING:
+      list->items.push_back(text_of_lparam);
+      return count;
+    case CX_LB_GETCOUNT:
+    case CX_CB_GETCOUNT:
+      return count;
+    case CX_LB_GETCURSEL:
+    case CX_CB_GETCURSEL:
+      return list->selection;
+    case CX_LB_SETCURSEL:
+    case CX_CB_SETCURSEL: {
+      // The index arrives as a WPARAM; -1 (all bits set) clears the selection.
+      const auto index = static_cast<std::int64_t>(static_cast<std::int32_t>(wparam));
+      if (index < 0 || index >= count) {
+        list->selection = CX_LIST_NONE;
+        return CX_LIST_NONE;
+      }
+      list->selection = static_cast<int>(index);
+      return index;
+    }
+    default:
+      return 0;
+  }
+}
+
+}  // namespace cantel_engine

@@ -1,0 +1,214 @@
+// The dialog functions of a host that owns the dialog's controls itself: it
+// keeps them in a model, drives the plug-in's procedure with the scripted
+// user's actions and records what the user saw after each step.
+#include <memory>
+
+#include "dialog_model.h"
+#include "exports.h"
+#include "state.h"
+#include "utf.h"
+
+using namespace cantel_engine;
+
+namespace {
+
+DialogModel* current = nullptr;  // the modal dialog; one at a time
+
+DialogModel* model(void* dialog) {
+  return dialog != nullptr && dialog == current ? current : nullptr;
+}
+
+void record(const DialogModel& m, std::string event, std::string note = {}) {
+  state().dialog_steps.push_back(m.snapshot(std::move(event), std::move(note)));
+}
+
+class Session {
+ public:
+  Session(CX_DialogProc procedure, uint32_t* data) : procedure_(procedure), data_(data) {}
+
+  bool send(uint32_t message, uint64_t wparam) {
+    return procedure_(&model_, message, wparam, 0, data_) != 0;
+  }
+  DialogModel& model() { return model_; }
+
+  void play(const DialogAction& action) {
+    switch (action.kind) {
+      case DialogAction::Kind::Click: {
+        const std::string event = "click " + std::to_string(action.control);
+        ControlState* control = model_.control(action.control);
+        if (control == nullptr || !control->enabled) {
+          record(model_, event, control == nullptr ? "no such control" : "disabled: not clicked");
+          return;
+        }
+        send(CX_WM_COMMAND, static_cast<uint32_t>(action.control) & 0xFFFFu);
+        record(model_, event);
+        return;
+      }
+      case DialogAction::Kind::ChooseStyle:
+        choose(2002, -1, action.text, "choose style \"" + action.text + "\"");
+        return;
+      case DialogAction::Kind::ChooseRow:
+        choose(action.control, action.row, action.text,
+               "choose row " + (action.text.empty() ? std::to_string(action.row)
+                                                    : "\"" + action.text + "\"") +
+                   " of " + std::to_string(action.control));
+        return;
+      case DialogAction::Kind::Close: {
+        const bool handled = send(CX_WM_CLOSE, 0);
+        const ControlState* cancel = model_.control(2);
+        if (!handled && !model_.ended && cancel != nullptr && cancel->enabled) {
+          model_.ended = true;
+        }
+        record(model_, "close");
+        return;
+      }
+    }
+  }
+
+ private:
+  void choose(int id, int row, const std::string& text, const std::string& event) {
+    ControlState* list = model_.control(id);
+    if (list == nullptr || !list->is_list) {
+      record(model_, event, "no such list");
+      return;
+    }
+    if (!list->enabled) {
+      record(model_, event, "disabled: not chosen");
+      return;
+    }
+    int index = row;
+    if (!text.empty()) {
+      index = -1;
+      for (std::size_t i = 0; i < list->items.size(); ++i) {
+        if (list->items[i] == text) index = static_cast<int>(i);
+      }
+    }
+    if (index < 0 || static_cast<std::size_t>(index) >= list->items.size()) {
+      record(model_, event, "no such row");
+      return;
+    }
+    list->selection = index;
+    model_.focus = id;
+    record(model_, event);
+  }
+
+  DialogModel model_;
+  CX_DialogProc procedure_;
+  uint32_t* data_;
+};
+
+}  // namespace
+
+CX_EXPORT int64_t CX_Dialog(uint16_t id, CX_DialogProc procedure, uint64_t data, uint16_t,
+                            void*, uint32_t) {
+  if (procedure == nullptr || current != nullptr) return 0;
+  auto session = std::make_unique<Session>(procedure, reinterpret_cast<uint32_t*>(data));
+  DialogModel& m = session->model();
+  m.controls = dialog_template(id);
+  current = &m;
+  session->send(CX_WM_INITDIALOG, 0);
+  record(m, "init");
+  const std::vector<DialogAction> script = state().dialog_script;
+  std::size_t next = 0;
+  while (!m.ended) {
+    if (!m.timers.empty()) {
+      const uint16_t timer = *m.timers.begin();
+      session->send(CX_WM_TIMER, timer);
+      record(m, "timer " + std::to_string(timer));
+      // A timer the procedure neither kills nor answers would tick forever.
+      if (!m.ended && m.timers.count(timer) != 0) m.timers.erase(timer);
+      continue;
+    }
+    if (next < script.size()) {
+      session->play(script[next++]);
+      continue;
+    }
+    session->send(CX_WM_CLOSE, 0);
+    m.ended = true;
+    record(m, "system close");
+  }
+  session->send(CX_WM_DESTROY, 0);
+  current = nullptr;
+  return m.ended_by_plugin ? 1 : 0;
+}
+CX_CHECK_SIGNATURE(CX_Dialog);
+
+CX_EXPORT void CX_EndDialog(void* dialog, uint32_t) {
+  if (DialogModel* m = model(dialog)) {
+    m->ended = true;
+    m->ended_by_plugin = true;
+  }
+}
+CX_CHECK_SIGNATURE(CX_EndDialog);
+
+CX_EXPORT uint32_t CX_GetDlgCntlVal_UTF16(void* dialog, uint32_t control, void*, uint16_t,
+                                          uint32_t) {
+  DialogModel* m = model(dialog);
+  ControlState* c = m != nullptr ? m->control(static_cast<int>(control)) : nullptr;
+  return c != nullptr ? c->check : 0;
+}
+CX_CHECK_SIGNATURE(CX_GetDlgCntlVal_UTF16);
+
+CX_EXPORT void CX_SetDlgCntlVal_UTF16(void* dialog, uint32_t control, uint64_t, uint32_t value,
+                                      uint32_t) {
+  DialogModel* m = model(dialog);
+  if (ControlState* c = m != nullptr ? m->control(static_cast<int>(control)) : nullptr) {
+    c->check = value != 0 ? 1 : 0;
+  }
+}
+CX_CHECK_SIGNATURE(CX_SetDlgCntlVal_UTF16);
+
+CX_EXPORT void CX_SetTimer(void* dialog, uint16_t timer, uint32_t, uint32_t) {
+  if (DialogModel* m = model(dialog)) m->timers.insert(timer);
+}
+CX_CHECK_SIGNATURE(CX_SetTimer);
+
+CX_EXPORT void CX_KillTimer(void* dialog, uint16_t timer, uint32_t) {
+  if (DialogModel* m = model(dialog)) m->timers.erase(timer);
+}
+CX_CHECK_SIGNATURE(CX_KillTimer);
+
+CX_EXPORT void CX_EnableDlgItem(void* dialog, uint32_t control, uint16_t enable, uint32_t) {
+  DialogModel* m = model(dialog);
+  if (ControlState* c = m != nullptr ? m->control(static_cast<int>(control)) : nullptr) {
+    c->enabled = enable != 0;
+    if (!c->enabled && m->focus == c->id) m->focus = 0;
+  }
+}
+CX_CHECK_SIGNATURE(CX_EnableDlgItem);
+
+CX_EXPORT void CX_SetDlgFocus(void* dialog, uint32_t control, uint32_t) {
+  DialogModel* m = model(dialog);
+  if (m != nullptr && m->control(static_cast<int>(control)) != nullptr) {
+    m->focus = static_cast<int>(control);
+  }
+}
+CX_CHECK_SIGNATURE(CX_SetDlgFocus);
+
+namespace {
+bool adds_text(uint32_t message) {
+  return message == CX_LB_ADDSTRING || message == CX_CB_ADDSTRING;
+}
+}  // namespace
+
+CX_EXPORT int64_t SendDlgItemMessageW(void* dialog, int32_t control, uint32_t message,
+                                      uint64_t wparam, int64_t lparam) {
+  DialogModel* m = model(dialog);
+  if (m == nullptr) return 0;
+  std::string text;
+  if (adds_text(message) && lparam != 0) {
+    text = utf16_to_utf8(read_utf16(reinterpret_cast<const char16_t*>(lparam), 4096));
+  }
+  return m->list_message(control, message, wparam, text);
+}
+static_assert(std::is_same_v<decltype(SendDlgItemMessageW), SendDlgItemMessageW_t>);
+
+CX_EXPORT int64_t SendDlgItemMessageA(void* dialog, int32_t control, uint32_t message,
+                                      uint64_t wparam, int64_t lparam) {
+  DialogModel* m = model(dialog);
+  if (m == nullptr) return 0;
+  std::string text;
+  if (adds_text(message) && lparam != 0) text = reinterpret_cast<const char*>(lparam);
+  return m->list_message(control, message, wparam, text);
+}
+static_assert(std::is_same_v<decltype(SendDlgItemMessageA), SendDlgItemMessageA_t>);
