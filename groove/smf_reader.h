@@ -1,0 +1,237 @@
+// SmfReader: a cursor over a Standard MIDI File held whole in a caller-owned
+// buffer, and the state of one load (header, track, groove model).
+//
+// The reader is a template over its byte store so that the tests can run the
+// very same parser over a plain, literal in-place store and compare the
+// bytes it leaves with those of the fast store (GapBuffer) used everywhere
+// else. Positions are kept in 64 bits; every value the file controls goes
+// through unsigned or wider arithmetic.
+#pragma once
+
+#include <array>
+#include <cstdint>
+
+#include "diagnostic_sink.h"
+#include "gap_buffer.h"
+#include "range_check.h"
+#include "time_marks.h"
+
+namespace rw::groove {
+
+template <class Store>
+class BasicSmfReader {
+ public:
+  static constexpr int32_t kNoLastMeasure = 99999;
+  static constexpr int kMaxDiagnostics = 16;
+  static constexpr int kMaxMetaLength = 1024;
+
+  // `capacity` is the allocation behind `buffer` (twice the file's size).
+  BasicSmfReader(uint8_t* buffer, uint64_t* size, uint64_t capacity, DiagnosticSink& sink)
+      : store_(buffer, size, capacity), sink_(sink) {}
+  BasicSmfReader(const BasicSmfReader&) = delete;
+  BasicSmfReader& operator=(const BasicSmfReader&) = delete;
+
+  // --- The byte stream -----------------------------------------------------
+
+  void Initialise();
+
+  uint8_t ReadByte() {
+    uint8_t value = 0;
+    if (readPos_ >= 0 && static_cast<uint64_t>(readPos_) < store_.size()) {
+      value = store_.Get(static_cast<uint64_t>(readPos_));
+      ++readPos_;
+    } else {
+      Alert(text::kReadBeyondEof);
+    }
+    ++chunkConsumed_;
+    ++totalConsumed_;
+    lastByte_ = value;
+    return value;
+  }
+
+  void ReadBytes(uint8_t* destination, int64_t count) {
+    for (int64_t i = 0; i < count; ++i) destination[i] = ReadByte();
+  }
+  void ReadTwoBytes(uint8_t& first, uint8_t& second) {
+    first = ReadByte();
+    second = ReadByte();
+  }
+  void ReadThreeBytes(uint8_t& first, uint8_t& second, uint8_t& third) {
+    first = ReadByte();
+    second = ReadByte();
+    third = ReadByte();
+  }
+  int32_t ReadU16() {
+    const int32_t high = ReadByte();
+    return high * 256 + ReadByte();
+  }
+  int32_t ReadU32() {
+    const auto high = static_cast<uint32_t>(ReadU16());
+    const auto low = static_cast<uint32_t>(ReadU16());
+    return static_cast<int32_t>((high << 16) | low);
+  }
+  // No limit on the number of bytes; the value wraps in 32 bits.
+  int32_t ReadVarLen() {
+    uint32_t value = 0;
+    uint8_t byte;
+    do {
+      byte = ReadByte();
+      value = (value << 7) + (byte & 0x7Fu);
+    } while (byte >= 0x80);
+    lastVarLen_ = static_cast<int32_t>(value);
+    return lastVarLen_;
+  }
+
+  void ReadChunkHeader();
+  void SkipToChunkEnd() { MoveReadPosition(chunkEnd_); }
+
+  void WriteByte(uint8_t value) {
+    store_.Put(CheckedPosition(writePos_), value);
+    ++writePos_;
+  }
+  void WriteBytes(const uint8_t* source, int64_t count) {
+    for (int64_t i = 0; i < count; ++i) WriteByte(source[i]);
+  }
+  void WriteTwoBytes(uint8_t first, uint8_t second) {
+    WriteByte(first);
+    WriteByte(second);
+  }
+  void WriteU16(int64_t value) {
+    WriteByte(static_cast<uint8_t>((value >> 8) & 0xFF));
+    WriteByte(static_cast<uint8_t>(value & 0xFF));
+  }
+  void WriteU32(int64_t value) {
+    WriteU16(value / 65536);
+    WriteU16(value);
+  }
+
+  void InsertByte();
+  void CutTo(int64_t position);
+
+  // --- Loading --------------------------------------------------------------
+
+  bool ReadHeader();
+  bool LoadTracks();
+  bool ParseTrack(int32_t track, bool& drumEventsFound, bool collect);
+
+  // Not set by a load; a caller that wants range marks supplies the range.
+  void SetMeasureRange(int32_t first, int32_t last) {
+    firstMeasure_ = first;
+    lastMeasure_ = last;
+  }
+
+  // Every byte of the filtered file back at its own index in the buffer.
+  void FlushBuffer() { store_.Flush(); }
+
+  // --- State, for the caller and the tests ----------------------------------
+
+  const Store& store() const { return store_; }
+  int64_t readPosition() const { return readPos_; }
+  int64_t writePosition() const { return writePos_; }
+  void SetWritePosition(int64_t position) { writePos_ = position; }
+  void SetReadPosition(int64_t position) { MoveReadPosition(position); }
+  const char* chunkId() const { return chunkId_.data(); }
+  int64_t chunkLength() const { return chunkLength_; }
+  int64_t chunkEnd() const { return chunkEnd_; }
+  int64_t chunkLengthFieldPosition() const { return chunkLengthPos_; }
+  int64_t chunkConsumed() const { return chunkConsumed_; }
+  uint8_t lastByte() const { return lastByte_; }
+  int32_t lastVarLen() const { return lastVarLen_; }
+  int diagnosticsShown() const { return diagnosticsShown_; }
+
+  int32_t format() const { return format_; }
+  int32_t trackCount() const { return trackCount_; }
+  int32_t division() const { return division_; }
+  bool drumNotesFound() const { return drumNotesFound_; }
+  int32_t lastDrumMeasure() const { return lastDrumMeasure_; }
+  int32_t lastDrumTick() const { return lastDrumTick_; }
+  int32_t highestDrumKey() const { return highestKey_; }
+  int32_t lowestDrumKey() const { return lowestKey_; }
+  bool keyUsed(int key) const { return keyFlags_[static_cast<std::size_t>(key)] != 0; }
+  const TimeMarkList& timeMarks() const { return marks_; }
+  const TimeMark& smpteSnapshot() const { return smpteSnapshot_; }
+  const TimeMark& timeSignatureSnapshot() const { return timeSignatureSnapshot_; }
+  const TimeMark& tempoSnapshot() const { return tempoSnapshot_; }
+  bool startMarkDone() const { return startMarkDone_; }
+  bool endMarkDone() const { return endMarkDone_; }
+
+ private:
+  void Alert(const char* message);
+  uint64_t CheckedPosition(int64_t position) const {
+    if (position < 0 || static_cast<uint64_t>(position) >= store_.capacity()) {
+      throw RangeCheckError("position outside the buffer");
+    }
+    return static_cast<uint64_t>(position);
+  }
+  void MoveReadPosition(int64_t position);
+
+  // Track parsing helpers.
+  void ResetTrackState(int32_t track);
+  void AdvanceTime(int32_t delta);
+  void MakeRangeMarks(int32_t delta);
+  void MakeRangeMark(int32_t target);
+  void InsertMark(const TimeMark& mark);
+  void SkipSysEx();
+  void HandleChannelEvent(uint8_t status, uint8_t firstData, int64_t eventStart, bool running,
+                          bool collect, bool& drumEventsFound);
+  enum class MetaOutcome { kNext, kEndOfTrack, kFail };
+  MetaOutcome HandleMetaEvent(uint8_t type, int32_t track);
+  void SetTimeSignature(uint8_t numerator, uint8_t denominatorPower);
+
+  Store store_;
+  DiagnosticSink& sink_;
+  int diagnosticsShown_ = 0;
+
+  // Cursor.
+  int64_t readPos_ = 0;
+  int64_t writePos_ = 0;
+  int64_t trackCountPos_ = 0;
+  int64_t chunkLengthPos_ = 0;
+  std::array<char, 5> chunkId_{};
+  int64_t chunkLength_ = 0;
+  int64_t chunkEnd_ = 0;
+  int64_t chunkConsumed_ = 0;
+  int64_t totalConsumed_ = 0;  // kept, never consulted
+  uint8_t lastByte_ = 0;
+  int32_t lastVarLen_ = 0;
+
+  // Header.
+  int32_t format_ = 0;
+  int32_t trackCount_ = 0;
+  int32_t division_ = 1024;
+  bool drumNotesFound_ = false;
+
+  // Track.
+  int32_t numerator_ = 4;
+  int32_t denominator_ = 4;
+  int32_t ticksPerBeat_ = 0;
+  int32_t ticksPerMeasure_ = 0;
+  int32_t absoluteTime_ = 0;
+  int32_t measure_ = 1;
+  int32_t tickInMeasure_ = 0;
+  uint8_t runningStatus_ = 0;
+  bool markPending_ = false;
+  TimeMark currentMark_{};
+  std::array<uint8_t, kMaxMetaLength + 1> metaData_{};
+
+  // Groove model.
+  int32_t firstMeasure_ = 0;
+  int32_t lastMeasure_ = kNoLastMeasure;
+  int32_t lastDrumMeasure_ = 0;
+  int32_t lastDrumTick_ = 0;
+  TimeMarkList marks_;
+  TimeMark smpteSnapshot_{};
+  TimeMark timeSignatureSnapshot_{};
+  TimeMark tempoSnapshot_{};
+  bool startMarkDone_ = false;
+  bool endMarkDone_ = false;
+  // One flag per key; a data byte of 128 or more lands in the two spare
+  // tables behind it, which nothing reads.
+  std::array<uint8_t, 3 * 128> keyFlags_{};
+  int32_t highestKey_ = 0;
+  int32_t lowestKey_ = 127;
+};
+
+using SmfReader = BasicSmfReader<GapBuffer>;
+
+}  // namespace rw::groove

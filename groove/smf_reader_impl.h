@@ -1,0 +1,77 @@
+// Cursor and edit operations of BasicSmfReader. Included by the .cpp files
+// that instantiate the reader (and by tests that instantiate it over their
+// own store).
+#pragma once
+
+#include "smf_reader.h"
+
+namespace rw::groove {
+
+template <class Store>
+void BasicSmfReader<Store>::Alert(const char* message) {
+  // A broken file can raise a diagnostic per byte; past the bound the load
+  // ends instead of showing more.
+  if (diagnosticsShown_ >= kMaxDiagnostics) throw RangeCheckError("too many diagnostics");
+  ++diagnosticsShown_;
+  sink_.Show(message);
+}
+
+template <class Store>
+void BasicSmfReader<Store>::Initialise() {
+  MoveReadPosition(0);
+  chunkConsumed_ = 0;
+  totalConsumed_ = 0;
+  division_ = 1024;
+  diagnosticsShown_ = 0;
+  // Deliberately at tick 1, not 0; ticksPerBeat stays as the records hold it.
+  for (TimeMark* snapshot : {&smpteSnapshot_, &timeSignatureSnapshot_, &tempoSnapshot_}) {
+    StartMark(*snapshot, 1024, 1, 1, 0);
+  }
+  timeSignatureSnapshot_.numerator = 4;
+  timeSignatureSnapshot_.denominator = 4;
+  tempoSnapshot_.tempo = 1000000;
+  tempoSnapshot_.beatsPerMinute = 60.0;
+}
+
+template <class Store>
+void BasicSmfReader<Store>::MoveReadPosition(int64_t position) {
+  if (position < 0 || static_cast<uint64_t>(position) > store_.capacity()) {
+    throw RangeCheckError("read position outside the buffer");
+  }
+  if (position < readPos_) store_.Rewind(static_cast<uint64_t>(position));
+  readPos_ = position;
+}
+
+template <class Store>
+void BasicSmfReader<Store>::ReadChunkHeader() {
+  uint8_t id[4];
+  ReadBytes(id, 4);
+  for (int i = 0; i < 4; ++i) chunkId_[static_cast<std::size_t>(i)] = static_cast<char>(id[i]);
+  chunkId_[4] = '\0';
+  chunkLengthPos_ = readPos_;
+  chunkLength_ = ReadU32();
+  chunkEnd_ = readPos_ + chunkLength_;
+}
+
+template <class Store>
+void BasicSmfReader<Store>::InsertByte() {
+  if (readPos_ < 0) throw RangeCheckError("insertion outside the buffer");
+  store_.Insert(static_cast<uint64_t>(readPos_));
+  ++chunkLength_;
+  ++readPos_;
+  ++chunkEnd_;
+  // The inserted byte is stepped over without counting as consumed; the
+  // chunk's length field follows the growth so the chunk stays well-formed.
+  writePos_ = chunkLengthPos_;
+  WriteU32(chunkLength_);
+}
+
+template <class Store>
+void BasicSmfReader<Store>::CutTo(int64_t position) {
+  if (position < 0 || position > readPos_) throw RangeCheckError("cut outside the buffer");
+  store_.Cut(static_cast<uint64_t>(position), static_cast<uint64_t>(readPos_));
+  chunkEnd_ += position - readPos_;
+  readPos_ = position;
+}
+
+}  // namespace rw::groove

@@ -1,0 +1,272 @@
+// The events of one track chunk: musical time, drum events, the silencing of
+// every other channel event in place, and meta events as time marks.
+#pragma once
+
+#include <cstring>
+#include <limits>
+
+#include "smf_reader_impl.h"
+
+namespace rw::groove {
+
+namespace detail {
+inline int32_t Wrap32(int64_t value) {
+  return static_cast<int32_t>(static_cast<uint32_t>(static_cast<uint64_t>(value)));
+}
+}  // namespace detail
+
+template <class Store>
+void BasicSmfReader<Store>::ResetTrackState(int32_t track) {
+  numerator_ = 4;
+  denominator_ = 4;
+  ticksPerBeat_ = division_;
+  ticksPerMeasure_ = 4 * division_;
+  absoluteTime_ = 0;
+  measure_ = 1;
+  tickInMeasure_ = 0;
+  runningStatus_ = 0;
+  chunkConsumed_ = 0;
+  markPending_ = false;
+  // Range marks are made in track 1 only.
+  startMarkDone_ = track >= 2;
+  endMarkDone_ = track >= 2 || lastMeasure_ == kNoLastMeasure;
+}
+
+template <class Store>
+bool BasicSmfReader<Store>::ParseTrack(int32_t track, bool& drumEventsFound, bool collect) {
+  ReadChunkHeader();
+  if (std::memcmp(chunkId_.data(), "MTrk", 4) != 0) {
+    Alert(text::kInvalidTrackChunkId);
+    return false;
+  }
+  if (chunkLength_ < 0) throw RangeCheckError("track chunk length with its top bit set");
+  ResetTrackState(track);
+
+  while (chunkConsumed_ < chunkLength_) {
+    const int32_t delta = ReadVarLen();
+    if (delta > 0) MakeRangeMarks(delta);
+    AdvanceTime(delta);
+
+    const int64_t eventStart = readPos_;
+    uint8_t status = ReadByte();
+    uint8_t firstData;
+    bool running = false;
+    if (status >= 0x80) {
+      firstData = ReadByte();  // for a meta event, its type
+      if (status < 0xF0) runningStatus_ = status;
+    } else {
+      firstData = status;
+      if (runningStatus_ == 0) {
+        Alert(text::kRunningStatusUndefined);
+        return false;
+      }
+      status = runningStatus_;
+      running = true;
+    }
+
+    if (status == 0xF0) {
+      SkipSysEx();
+    } else if (status < 0xFF) {
+      HandleChannelEvent(status, firstData, eventStart, running, collect, drumEventsFound);
+    } else {
+      switch (HandleMetaEvent(firstData, track)) {
+        case MetaOutcome::kNext:
+          break;
+        case MetaOutcome::kEndOfTrack:
+          return true;
+        case MetaOutcome::kFail:
+          return false;
+      }
+    }
+  }
+
+  // The chunk ran out without an end-of-track event.
+  if (markPending_) InsertMark(currentMark_);
+  StartMark(currentMark_, ticksPerBeat_, absoluteTime_, measure_, tickInMeasure_);
+  currentMark_.endFlag = 1;
+  InsertMark(currentMark_);
+  Alert(text::kEndOfTrackMissing);
+  SkipToChunkEnd();
+  return true;
+}
+
+template <class Store>
+void BasicSmfReader<Store>::AdvanceTime(int32_t delta) {
+  // The measure count follows by division, not a measure at a time: a huge
+  // delta must not cost time.
+  absoluteTime_ = detail::Wrap32(static_cast<int64_t>(absoluteTime_) + delta);
+  int64_t tick = static_cast<int64_t>(tickInMeasure_) + delta;
+  if (tick >= ticksPerMeasure_) {
+    measure_ = detail::Wrap32(measure_ + tick / ticksPerMeasure_);
+    tick %= ticksPerMeasure_;
+  }
+  tickInMeasure_ = detail::Wrap32(tick);
+}
+
+template <class Store>
+void BasicSmfReader<Store>::MakeRangeMarks(int32_t delta) {
+  // Deliberately ignores the tick within the measure.
+  const int64_t reached = static_cast<int64_t>(measure_) + delta / ticksPerMeasure_;
+  if (firstMeasure_ > 1 && !startMarkDone_ && reached >= firstMeasure_) {
+    MakeRangeMark(firstMeasure_);
+    startMarkDone_ = true;
+  }
+  if (!endMarkDone_ && reached >= static_cast<int64_t>(lastMeasure_) + 1) {
+    MakeRangeMark(detail::Wrap32(static_cast<int64_t>(lastMeasure_) + 1));
+    endMarkDone_ = true;
+  }
+}
+
+template <class Store>
+void BasicSmfReader<Store>::MakeRangeMark(int32_t target) {
+  if (markPending_) InsertMark(currentMark_);
+  StartMark(currentMark_, ticksPerBeat_, absoluteTime_, measure_, tickInMeasure_);
+  currentMark_.numerator = numerator_;
+  currentMark_.denominator = denominator_;
+  currentMark_.ticksPerBeat = ticksPerBeat_;
+  currentMark_.ticksPerMeasure = ticksPerMeasure_;
+  currentMark_.tickInMeasure = 0;
+  currentMark_.positionInMeasure = 0;
+  // From the start of the present measure, a whole measure per step to the
+  // target: computed in one go.
+  const int64_t measureStart = static_cast<int64_t>(absoluteTime_) - tickInMeasure_;
+  const int64_t steps = static_cast<int64_t>(measure_) - target;
+  currentMark_.measure = target;
+  currentMark_.absoluteTick = detail::Wrap32(measureStart - steps * ticksPerMeasure_);
+  markPending_ = true;
+}
+
+template <class Store>
+void BasicSmfReader<Store>::InsertMark(const TimeMark& mark) {
+  if (mark.tickInMeasure == 0) {
+    if (mark.measure == firstMeasure_) startMarkDone_ = true;
+    if (mark.measure == static_cast<int64_t>(lastMeasure_) + 1) endMarkDone_ = true;
+  }
+  marks_.Insert(mark);
+}
+
+template <class Store>
+void BasicSmfReader<Store>::SkipSysEx() {
+  // A fixed skip: the length field is not interpreted.
+  for (int i = 0; i < 4; ++i) ReadByte();
+  while (ReadByte() != 0xF7) {
+  }
+}
+
+template <class Store>
+void BasicSmfReader<Store>::HandleChannelEvent(uint8_t status, uint8_t firstData,
+                                               int64_t eventStart, bool running, bool collect,
+                                               bool& drumEventsFound) {
+  const int kind = status >> 4;
+  bool secondRead = false;
+  if (kind != 0xC && kind != 0xD) {
+    ReadByte();
+    secondRead = true;
+  }
+  if (collect && (status & 0x0F) == 9) {
+    drumEventsFound = true;
+    lastDrumMeasure_ = measure_;
+    lastDrumTick_ = tickInMeasure_;
+    if (kind == 9 || kind == 8) {
+      const int32_t key = firstData;
+      if (key > highestKey_) highestKey_ = key;
+      if (key < lowestKey_) lowestKey_ = key;
+      keyFlags_[firstData] = 1;
+    }
+    return;
+  }
+  if (running) return;  // follows the rewritten status: reads as a note off on channel 10
+  // Silenced in place: a note off on channel 10, key 0, velocity 64.
+  writePos_ = eventStart;
+  WriteByte(0x89);
+  if (!secondRead) InsertByte();
+  writePos_ = eventStart + 1;
+  WriteByte(0x00);
+  WriteByte(0x40);
+}
+
+template <class Store>
+typename BasicSmfReader<Store>::MetaOutcome BasicSmfReader<Store>::HandleMetaEvent(
+    uint8_t type, int32_t track) {
+  const int32_t length = ReadVarLen();
+  if (static_cast<uint32_t>(length) > static_cast<uint32_t>(kMaxMetaLength)) {
+    throw RangeCheckError("meta event longer than 1024 bytes");
+  }
+  const int64_t dataStart = readPos_;
+  ReadBytes(metaData_.data(), length);
+  metaData_[static_cast<std::size_t>(length)] = 0;
+  MoveReadPosition(dataStart + length);
+
+  if (!markPending_ || currentMark_.absoluteTick != absoluteTime_) {
+    if (markPending_) {
+      InsertMark(currentMark_);
+      markPending_ = false;
+    }
+    StartMark(currentMark_, ticksPerBeat_, absoluteTime_, measure_, tickInMeasure_);
+  }
+  const bool atStartOfTrack1 = track == 1 && absoluteTime_ == 0;
+
+  switch (type) {
+    case 0x2F:
+      SkipToChunkEnd();
+      if (track == 1) {
+        currentMark_.endFlag = 1;
+        InsertMark(currentMark_);
+      }
+      return MetaOutcome::kEndOfTrack;
+    case 0x51: {
+      const int32_t tempo = metaData_[0] * 65536 + metaData_[1] * 256 + metaData_[2];
+      currentMark_.tempo = tempo;
+      currentMark_.beatsPerMinute =
+          tempo == 0 ? std::numeric_limits<double>::infinity() : 60000000.0 / tempo;
+      if (atStartOfTrack1) tempoSnapshot_ = currentMark_;
+      markPending_ = true;
+      return MetaOutcome::kNext;
+    }
+    case 0x54:
+      for (std::size_t i = 0; i < currentMark_.smpteOffset.size(); ++i) {
+        currentMark_.smpteOffset[i] = metaData_[i];
+      }
+      if (atStartOfTrack1) smpteSnapshot_ = currentMark_;
+      markPending_ = true;
+      return MetaOutcome::kNext;
+    case 0x58:
+      if (absoluteTime_ > 0) {
+        Alert(text::kTimeSignatureChanges);
+        return MetaOutcome::kFail;
+      }
+      if (tickInMeasure_ % ticksPerBeat_ != 0) {
+        Alert(text::kOffbeatTimeSignature);
+        absoluteTime_ = detail::Wrap32(static_cast<int64_t>(absoluteTime_) - tickInMeasure_);
+        tickInMeasure_ = 0;
+        currentMark_.beat = 1;
+      }
+      SetTimeSignature(metaData_[0], metaData_[1]);
+      if (track == 1 && absoluteTime_ == 0) timeSignatureSnapshot_ = currentMark_;
+      markPending_ = true;
+      return MetaOutcome::kNext;
+    default:
+      return MetaOutcome::kNext;
+  }
+}
+
+template <class Store>
+void BasicSmfReader<Store>::SetTimeSignature(uint8_t numerator, uint8_t denominatorPower) {
+  // A denominator beyond 2^30 cannot be held, and any above four times the
+  // division gives no ticks per beat: both end the load.
+  const int32_t fourQuarters = 4 * division_;
+  if (denominatorPower > 30 || (int64_t{1} << denominatorPower) > fourQuarters) {
+    throw RangeCheckError("time signature with 0 ticks per beat");
+  }
+  if (numerator == 0) throw RangeCheckError("time signature with 0 ticks per measure");
+  numerator_ = numerator;
+  denominator_ = int32_t{1} << denominatorPower;
+  ticksPerBeat_ = fourQuarters / denominator_;
+  ticksPerMeasure_ = numerator_ * ticksPerBeat_;
+  currentMark_.numerator = numerator_;
+  currentMark_.denominator = denominator_;
+  currentMark_.ticksPerBeat = ticksPerBeat_;
+  currentMark_.ticksPerMeasure = ticksPerMeasure_;
+}
+
+}  // namespace rw::groove
