@@ -1,0 +1,227 @@
+// cantel-host run SCENARIO.json [--plugin PATH] [--engine PATH] [--out RESULT.json] [--view]
+//                               [--check]
+//
+// Plays one scenario: loads the engine and the plug-in, makes the host's
+// start-up calls, builds the score, invokes the command with the scripted
+// user, and writes what happened as JSON.
+#include <cstdlib>
+#include <fstream>
+#include <iostream>
+#include <string>
+
+#include "cantel/cantel.h"
+#include "expectations.h"
+#include "module_loader.h"
+#include "result.h"
+#include "scenario.h"
+
+#if defined(_WIN32)
+#include <windows.h>
+#endif
+
+namespace fs = std::filesystem;
+using namespace cantel_host;
+
+namespace {
+
+struct Options {
+  fs::path scenario;
+  std::string plugin;
+  std::string engine;
+  std::string out;
+  bool view = false;
+  bool check = false;
+};
+
+fs::path program_folder() {
+#if defined(_WIN32)
+  wchar_t buffer[MAX_PATH];
+  GetModuleFileNameW(nullptr, buffer, MAX_PATH);
+  return fs::path(buffer).parent_path();
+#else
+  return fs::read_symlink("/proc/self/exe").parent_path();
+#endif
+}
+
+#if defined(_WIN32)
+const char* const kEngineFile = "CantelEngine.dll";
+const char* const kPluginFile = "RhythmWeave.dll";
+#else
+const char* const kEngineFile = "libCantelEngine.so";
+const char* const kPluginFile = "libRhythmWeave.so";
+#endif
+
+void set_environment(const char* name, const std::string& value) {
+#if defined(_WIN32)
+  _putenv_s(name, value.c_str());
+#else
+  setenv(name, value.c_str(), 1);
+#endif
+}
+
+json settings_after(const RunFolders& folders) {
+  const fs::path key = folders.config / "HarpWorks";
+  json out = {{"key", fs::is_directory(key)}};
+  std::ifstream in(key / "rhythmweavePI", std::ios::binary);
+  if (in) {
+    cantel_engine::Bytes bytes((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
+    out["value_hex"] = hex(bytes);
+  } else {
+    out["value_hex"] = nullptr;
+  }
+  return out;
+}
+
+std::set<int> touched_staves(const json& before, const json& after,
+                             const cantel_engine::Document& document) {
+  std::set<int> staves;
+  for (const auto& s : after["staves"]) {
+    bool same = false;
+    for (const auto& b : before["staves"]) {
+      if (b["staff"] == s["staff"]) same = b["entries"] == s["entries"];
+    }
+    if (!same) staves.insert(s["staff"].get<int>());
+  }
+  const auto order = document.staves_in_order();
+  for (const auto& i : document.imports()) {
+    if (i.region.startSlot >= 1 && i.region.startSlot <= order.size()) {
+      staves.insert(order[i.region.startSlot - 1u]);
+    }
+  }
+  return staves;
+}
+
+int run(const Options& options) {
+  const Scenario scenario = load_scenario(options.scenario);
+  const RunFolders folders = prepare_folders(scenario);
+  set_environment("XDG_CONFIG_HOME", utf8(folders.config));
+  apply_language(scenario);
+
+  const bool reduced = engine_variant(scenario) == "reduced";
+  std::string engine_path = options.engine;
+  if (engine_path.empty()) {
+    engine_path = utf8((reduced ? program_folder() / "reduced" : program_folder()) / kEngineFile);
+  }
+  Module engine;
+  if (!engine.load(engine_path, true)) {
+    std::cerr << "cantel-host: cannot load the engine " << engine_path << ": " << engine.error() << "\n";
+    return 2;
+  }
+  auto* document_of = find<cantel_engine::Document*()>(engine, "CantelEngine_Document");
+  if (document_of == nullptr) {
+    std::cerr << "cantel-host: " << engine_path << " is no Cantel engine\n";
+    return 2;
+  }
+  cantel_engine::Document& document = *document_of();
+  build_score(scenario, folders, document);
+  const json before = score_json(document);
+
+  const std::string plugin_path =
+      options.plugin.empty() ? utf8(program_folder() / kPluginFile) : options.plugin;
+  Module plugin;
+  if (!plugin.load(plugin_path, false)) {
+    std::cerr << "cantel-host: cannot load the plug-in " << plugin_path << ": " << plugin.error() << "\n";
+    return 2;
+  }
+  auto* version = find<CantelExtensionVersion_t>(plugin, "CantelExtensionVersion");
+  auto* init = find<CantelExtensionInit_t>(plugin, "CantelExtensionInit");
+  auto* enumerate = find<CantelExtensionEnumerate_UTF16_t>(plugin, "CantelExtensionEnumerate_UTF16");
+  auto* status = find<CantelExtensionGetMenuStatus_t>(plugin, "CantelExtensionGetMenuStatus");
+  auto* invoke = find<CantelExtensionInvoke_t>(plugin, "CantelExtensionInvoke");
+  auto* terminate = find<CantelExtensionTerminate_t>(plugin, "CantelExtensionTerminate");
+  if (!version || !init || !enumerate || !status || !invoke || !terminate) {
+    std::cerr << "cantel-host: " << plugin_path << " lacks a plug-in export\n";
+    return 2;
+  }
+
+  json result = {{"scenario", scenario.name}, {"engine", reduced ? "reduced" : "full"}};
+  void* host = engine.handle();
+  std::uint32_t flags = 0xFFFFFFFFu;
+  std::vector<cx_char16> menu(CX_MENU_RECORD_UNITS, u'?');
+  json startup;
+  startup["version"] = version(CX_INTERFACE_VERSION);
+  startup["init"] = init(host, &flags);
+  startup["init_flags"] = flags;
+  startup["enumerate_0"] = enumerate(host, 0, menu.data());
+  auto field = [&](std::size_t at) {
+    std::u16string text;
+    for (std::size_t i = at; i < at + CX_MENU_TEXT_UNITS && menu[i] != 0; ++i) text.push_back(menu[i]);
+    std::string utf8;
+    for (char16_t c : text) {  // menu texts are short; keep it simple and exact
+      if (c < 0x80) {
+        utf8.push_back(static_cast<char>(c));
+      } else if (c < 0x800) {
+        utf8.push_back(static_cast<char>(0xC0 | (c >> 6)));
+        utf8.push_back(static_cast<char>(0x80 | (c & 0x3F)));
+      } else {
+        utf8.push_back(static_cast<char>(0xE0 | (c >> 12)));
+        utf8.push_back(static_cast<char>(0x80 | ((c >> 6) & 0x3F)));
+        utf8.push_back(static_cast<char>(0x80 | (c & 0x3F)));
+      }
+    }
+    return utf8;
+  };
+  startup["menu"] = {field(CX_MENU_COMMAND), field(CX_MENU_TEXT2), field(CX_MENU_TEXT3)};
+  startup["menu_tail"] = {menu[CX_MENU_TAIL], menu[CX_MENU_TAIL + 1]};
+  std::vector<cx_char16> second(CX_MENU_RECORD_UNITS, 0);
+  startup["enumerate_1"] = enumerate(host, 1, second.data());
+  startup["menu_status"] = status(0);
+  result["startup"] = startup;
+
+  const ERegion whole = document_region(scenario, document);
+  const auto chosen = selection(scenario);
+  result["document_region"] = region_json(whole);
+  result["selection"] = chosen ? region_json(*chosen) : json(nullptr);
+  result["result"] = invoke(host, 0, chosen ? &*chosen : nullptr, &whole);
+  terminate(host);
+
+  result.update(log_json(document));
+  result["temporary_file_left"] = fs::exists(folders.temporary / "RhythmWeave$$Temp$$File.mid");
+  result["settings"] = settings_after(folders);
+  const json after = score_json(document);
+  result["score_unchanged"] = before == after;
+  if (scenario.data.value("dump_before", false)) result["score_before"] = before;
+  result["score"] = after;
+
+  if (!options.out.empty()) std::ofstream(fs::u8path(options.out)) << result.dump(1) << "\n";
+  if (options.view) std::cout << drum_view(document, touched_staves(before, after, document));
+  if (options.check) return check_expectations(scenario, result, std::cout) ? 0 : 1;
+  if (options.out.empty() && !options.view) std::cout << result.dump(1) << "\n";
+  return 0;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  Options options;
+  if (argc < 3 || std::string(argv[1]) != "run") {
+    std::cerr << "usage: cantel-host run SCENARIO.json [--plugin PATH] [--engine PATH]"
+                 " [--out RESULT.json] [--view] [--check]\n";
+    return 2;
+  }
+  options.scenario = fs::u8path(argv[2]);
+  for (int i = 3; i < argc; ++i) {
+    const std::string arg = argv[i];
+    auto value = [&]() -> std::string { return i + 1 < argc ? argv[++i] : std::string(); };
+    if (arg == "--plugin") {
+      options.plugin = value();
+    } else if (arg == "--engine") {
+      options.engine = value();
+    } else if (arg == "--out") {
+      options.out = value();
+    } else if (arg == "--view") {
+      options.view = true;
+    } else if (arg == "--check") {
+      options.check = true;
+    } else {
+      std::cerr << "cantel-host: unknown option " << arg << "\n";
+      return 2;
+    }
+  }
+  try {
+    return run(options);
+  } catch (const std::exception& e) {
+    std::cerr << "cantel-host: " << e.what() << "\n";
+    return 2;
+  }
+}

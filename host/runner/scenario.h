@@ -1,0 +1,55 @@
+// A scenario file: the score to build, the world around it (groove folder,
+// temporary folder, stored setting, language, faults) and the user's part.
+// host/SCENARIOS.md describes the format.
+#ifndef CANTEL_HOST_SCENARIO_H
+#define CANTEL_HOST_SCENARIO_H
+
+#include <cstdint>
+#include <filesystem>
+#include <nlohmann/json.hpp>
+#include <optional>
+#include <string>
+
+#include "cantel_engine/document.h"
+
+namespace cantel_host {
+
+using nlohmann::json;
+
+// "SIOS", "LP\x02O" (escaped bytes) or a number -> the 32-bit tag.
+std::uint32_t parse_tag(const json& value);
+// The tag's bytes in memory order, unprintable ones as \xNN.
+std::string tag_name(std::uint32_t tag);
+std::string hex(const cantel_engine::Bytes& bytes);
+// A path as UTF-8 in a plain std::string.
+std::string utf8(const std::filesystem::path& path);
+
+// The folders of one run, all inside a fresh working folder.
+struct RunFolders {
+  std::filesystem::path work;
+  std::filesystem::path component_files;  // holds "Rhythm Weave"
+  std::filesystem::path temporary;        // what path kind 9 names
+  std::filesystem::path config;           // XDG_CONFIG_HOME
+};
+
+struct Scenario {
+  json data;
+  std::filesystem::path file;
+  std::string name;
+};
+
+Scenario load_scenario(const std::filesystem::path& file);
+RunFolders prepare_folders(const Scenario& scenario);
+void build_score(const Scenario& scenario, const RunFolders& folders,
+                 cantel_engine::Document& document);
+ERegion document_region(const Scenario& scenario, const cantel_engine::Document& document);
+std::optional<ERegion> selection(const Scenario& scenario);
+json region_json(const ERegion& region);
+// Sets LC_ALL and friends for the scenario's language; before the plug-in
+// loads, since it reads them once.
+void apply_language(const Scenario& scenario);
+std::string engine_variant(const Scenario& scenario);  // "full" or "reduced"
+
+}  // namespace cantel_host
+
+#endif
