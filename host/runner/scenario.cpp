@@ -313,10 +313,16 @@ std::optional<ERegion> selection(const Scenario& scenario) {
 }
 
 json region_json(const ERegion& region) {
-  return {{"start_list", region.startList},     {"start_slot", region.startSlot},
-          {"start_measure", region.startMeasure}, {"start_position", region.startPosition},
-          {"end_list", region.endList},         {"end_slot", region.endSlot},
-          {"end_measure", region.endMeasure},   {"end_position", region.endPosition}};
+  // The record is packed: copy each field out before json binds a reference.
+  const ERegion r = region;
+  return {{"start_list", std::uint16_t{r.startList}},
+          {"start_slot", std::uint16_t{r.startSlot}},
+          {"start_measure", std::uint16_t{r.startMeasure}},
+          {"start_position", std::int32_t{r.startPosition}},
+          {"end_list", std::uint16_t{r.endList}},
+          {"end_slot", std::uint16_t{r.endSlot}},
+          {"end_measure", std::uint16_t{r.endMeasure}},
+          {"end_position", std::int32_t{r.endPosition}}};
 }
 
 void apply_language(const Scenario& scenario) {
