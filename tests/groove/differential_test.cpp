@@ -1,0 +1,95 @@
+// The fast store against the literal in-place edits, on generated and random
+// files: the same bytes left in the buffer, the same size, the same
+// diagnostics in the same order and the same results.
+#include <gtest/gtest.h>
+
+#include "literal_store.h"
+#include "smf_generator.h"
+#include "smf_header_impl.h"
+#include "track_parser_impl.h"
+
+namespace rw::groove::testing {
+namespace {
+
+using LiteralLoad = BasicLoad<LiteralStore>;
+
+struct Coverage {
+  int loaded = 0, failed = 0, rangeCheck = 0, grown = 0, shrunk = 0;
+};
+
+void ExpectSameOutcome(const Bytes& file, Coverage* coverage = nullptr) {
+  Load fast(file);
+  LiteralLoad literal(file);
+  SCOPED_TRACE(::testing::PrintToString(file));
+  ASSERT_EQ(fast.rangeCheck, literal.rangeCheck);
+  ASSERT_EQ(fast.alerts(), literal.alerts());
+  ASSERT_EQ(fast.size(), literal.size());
+  ASSERT_EQ(fast.bytes(), literal.bytes());
+  EXPECT_EQ(fast.pattern.loaded, literal.pattern.loaded);
+  EXPECT_EQ(fast.pattern.division, literal.pattern.division);
+  EXPECT_EQ(fast.pattern.drumNotesFound, literal.pattern.drumNotesFound);
+  EXPECT_EQ(fast.pattern.lastDrumMeasure, literal.pattern.lastDrumMeasure);
+  EXPECT_EQ(fast.pattern.lastDrumTick, literal.pattern.lastDrumTick);
+  EXPECT_EQ(fast.pattern.timeSignature.ticksPerMeasure,
+            literal.pattern.timeSignature.ticksPerMeasure);
+  EXPECT_EQ(fast.reader().trackCount(), literal.reader().trackCount());
+  EXPECT_EQ(fast.reader().timeMarks().size(), literal.reader().timeMarks().size());
+  EXPECT_EQ(fast.reader().readPosition(), literal.reader().readPosition());
+  if (coverage) {
+    coverage->loaded += fast.pattern.loaded;
+    coverage->failed += !fast.pattern.loaded && !fast.rangeCheck;
+    coverage->rangeCheck += fast.rangeCheck;
+    coverage->grown += fast.size() > file.size();
+    coverage->shrunk += fast.size() < file.size();
+  }
+}
+
+TEST(TheFastStoreMatchesLiteralEdits, OnGeneratedGrooves) {
+  SmfGenerator generator(20261122);
+  Coverage coverage;
+  for (int i = 0; i < 3000; ++i) {
+    ExpectSameOutcome(generator.File(), &coverage);
+    if (HasFatalFailure()) return;
+  }
+  // The files reach every outcome, edits included.
+  EXPECT_GT(coverage.loaded, 1000);
+  EXPECT_GT(coverage.failed, 100);
+  EXPECT_GT(coverage.rangeCheck, 50);
+  EXPECT_GT(coverage.grown, 500);
+  EXPECT_GT(coverage.shrunk, 500);
+}
+
+TEST(TheFastStoreMatchesLiteralEdits, OnLongTracksWithManyEdits) {
+  SmfGenerator generator(7);
+  for (int i = 0; i < 100; ++i) {
+    ExpectSameOutcome(generator.File(2000));
+    if (HasFatalFailure()) return;
+  }
+}
+
+TEST(TheFastStoreMatchesLiteralEdits, OnRandomBytes) {
+  SmfGenerator generator(99);
+  for (int i = 0; i < 3000; ++i) {
+    ExpectSameOutcome(generator.Noise());
+    if (HasFatalFailure()) return;
+  }
+}
+
+TEST(TheFastStoreMatchesLiteralEdits, WhenTracksAreCutAfterEdits) {
+  // Every track grows before it is cut; the drum track's edits stay.
+  const Bytes silenced = cat({{0x00, 0xC3, 0x01, 0x00, 0xD3, 0x02}, note(10, 0x93, 60, 1), kEndOfTrack});
+  const Bytes drums = cat({{0x00, 0xC1, 0x05}, note(0, 0x99, 36, 100), kEndOfTrack});
+  ExpectSameOutcome(smf(1, 480, {silenced, silenced, drums, silenced, drums, silenced}));
+  ExpectSameOutcome(smf(1, 480, {drums, silenced, silenced}));
+}
+
+TEST(TheFastStoreMatchesLiteralEdits, WhenAnEventReadsBeyondItsChunk) {
+  // A one-byte chunk whose event runs into the next chunk, then a skip back.
+  const Bytes file = cat({header(1, 3, 480), track(cat({note(0, 0x99, 36, 1), kEndOfTrack})),
+                          {'M', 'T', 'r', 'k'}, be32(1), {0x00, 0xC0, 0x01},
+                          track(cat({note(0, 0x99, 38, 1), kEndOfTrack}))});
+  ExpectSameOutcome(file);
+}
+
+}  // namespace
+}  // namespace rw::groove::testing
