@@ -67,8 +67,7 @@ void SetStaffClef(std::uint16_t instrument, std::uint16_t clef, const ERegion& r
   if (clef != kDrumSetClef) return;
 
   std::uint8_t definition[CX_CLEF_DEF_SIZE];
-  const bool loaded =
-      LoadRecord(CX_TAG_CLEF_DEF, kDrumSetClef, 0, definition, CX_CLEF_DEF_SIZE);
+  const bool loaded = LoadRecord(CX_TAG_CLEF_DEF, kDrumSetClef, 0, definition, CX_CLEF_DEF_SIZE);
   if (loaded && DrawnInSonetta(definition)) return;
   if (!AskYesNo(kDrumClefQuestion)) return;
   // A definition the host does not give counts as wrong, but only a record

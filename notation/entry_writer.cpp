@@ -33,8 +33,8 @@ bool AppendSlashEntry(void* frame, std::int32_t duration) {
   if (n > 0) {
     const std::uint8_t* previous = EntryAt(entries, n - 1);
     // Wraps like the host's own 32-bit arithmetic instead of overflowing.
-    const std::uint32_t position = cx_get_u32(previous, CX_ENTRY_POSITION) +
-                                   cx_get_u32(previous, CX_ENTRY_DURATION);
+    const std::uint32_t position =
+        cx_get_u32(previous, CX_ENTRY_POSITION) + cx_get_u32(previous, CX_ENTRY_DURATION);
     cx_put_u32(entry, CX_ENTRY_POSITION, position);
   }
   cx_put_u32(entry, CX_ENTRY_FLAGS, kSlashEntryFlags);

@@ -92,9 +92,9 @@ void SetUpPercussionStaff(std::uint16_t instrument, const ERegion& region, bool 
     cx_put_u16(spec, CX_STAFF_SPEC_FONT,
                host::CX_FontNameToNum_UTF16(u"Sonetta Percussion", host::kVersion));
     cx_put_u16(spec, CX_STAFF_SPEC_NOTATION, kNotationPercussion);
-    cx_put_u16(spec, CX_STAFF_SPEC_OPTIONS,
-               static_cast<std::uint16_t>(cx_get_u16(spec, CX_STAFF_SPEC_OPTIONS) |
-                                          kOptionsPercussion));
+    cx_put_u16(
+        spec, CX_STAFF_SPEC_OPTIONS,
+        static_cast<std::uint16_t>(cx_get_u16(spec, CX_STAFF_SPEC_OPTIONS) | kOptionsPercussion));
     if (newStaff || region.startMeasure == 1) {
       cx_put_u16(spec, CX_STAFF_SPEC_CLEFS, kDrumSetClefBothBytes);
     }

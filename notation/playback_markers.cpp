@@ -41,8 +41,8 @@ std::uint16_t MarkerType(const std::uint8_t* assignment, std::uint16_t instrumen
   if (!LoadTDOSRecord(cx_get_u16(assignment, CX_EXPRESSION_ASSIGN_DEF), definition, &size)) {
     return 0;
   }
-  const auto type = static_cast<std::uint16_t>(cx_get_u16(definition, CX_EXPRESSION_DEF_CATEGORY) &
-                                               0xFF);
+  const auto type =
+      static_cast<std::uint16_t>(cx_get_u16(definition, CX_EXPRESSION_DEF_CATEGORY) & 0xFF);
   return type == kPlaybackOnType || type == kPlaybackOffType ? type : 0;
 }
 
@@ -66,7 +66,8 @@ MarkersFound ScanMarkers(std::uint16_t instrument, std::uint16_t measure) {
 // True when the last marker within the look-back leaves playback off.
 bool PlaybackAlreadyOffBefore(std::uint16_t instrument, std::uint16_t startMeasure) {
   const std::int32_t first = std::int32_t{startMeasure} - 1;
-  const std::int32_t last = std::max<std::int32_t>(1, std::int32_t{startMeasure} - kLookBackMeasures);
+  const std::int32_t last =
+      std::max<std::int32_t>(1, std::int32_t{startMeasure} - kLookBackMeasures);
   for (std::int32_t measure = first; measure >= last; --measure) {
     const MarkersFound found = ScanMarkers(instrument, static_cast<std::uint16_t>(measure));
     if (found.Any()) return !found.on;
@@ -99,13 +100,14 @@ bool AddPlaybackOnMarker(std::uint16_t instrument, std::uint16_t measure) {
   return CreateMarkerExpression(u"<HP on>", instrument, measure, kPlaybackOnType, true);
 }
 
-bool CreateMarkerExpression(const char16_t* text, std::uint16_t instrument,
-                            std::uint16_t measure, std::uint16_t type, bool markerFlag) {
+bool CreateMarkerExpression(const char16_t* text, std::uint16_t instrument, std::uint16_t measure,
+                            std::uint16_t type, bool markerFlag) {
   std::uint16_t fontWord = 0;
   std::uint16_t effects = 0;
   std::uint8_t font[CX_FONT_PREFS_SIZE];
   if (LoadRecord(CX_TAG_FONT_PREFS, kMarkerFontPreference, 0, font, CX_FONT_PREFS_SIZE)) {
-    fontWord = static_cast<std::uint16_t>((cx_get_u16(font, 0) & 0xFF) | (cx_get_u16(font, 2) << 8));
+    fontWord =
+        static_cast<std::uint16_t>((cx_get_u16(font, 0) & 0xFF) | (cx_get_u16(font, 2) << 8));
     effects = cx_get_u16(font, 4);
     if (markerFlag) effects |= kMarkerEffect;
   } else {

@@ -23,7 +23,7 @@ bool AddPlaybackOnMarker(std::uint16_t instrument, std::uint16_t measure);
 // Creates the expression `text` with playback type `type` and assigns it
 // to the staff in `measure`. With `markerFlag` the document's expression font
 // is used with effects bit 7 set. False when nothing could be created.
-bool CreateMarkerExpression(const char16_t* text, std::uint16_t instrument,
-                            std::uint16_t measure, std::uint16_t type, bool markerFlag);
+bool CreateMarkerExpression(const char16_t* text, std::uint16_t instrument, std::uint16_t measure,
+                            std::uint16_t type, bool markerFlag);
 
 }  // namespace rw::notation

@@ -27,8 +27,7 @@ constexpr char16_t kSlashStyleName[] = u"Rhythm Weave Slash Notation";
 bool IsSlashStyle(const std::uint8_t* definition) {
   return cx_get_u16(definition, kStyleKind) == kSlashKind &&
          cx_get_u16(definition, kOption1) == 0 &&
-         cx_get_u16(definition, kOption2) == kSlashOption2 &&
-         cx_get_u16(definition, kOption3) == 0;
+         cx_get_u16(definition, kOption2) == kSlashOption2 && cx_get_u16(definition, kOption3) == 0;
 }
 
 bool IsSlashStyleNumber(std::uint16_t number) {

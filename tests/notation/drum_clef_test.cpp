@@ -48,7 +48,8 @@ TEST_F(TheDrumClefIsCheckedForTheSonettaFont, TheComparisonIsCaseSensitive) {
   EXPECT_EQ(Questions(), 1u);
 }
 
-TEST_F(TheDrumClefIsCheckedForTheSonettaFont, ADefinitionWithoutItsOwnFontIsCheckedAgainstFontZero) {
+TEST_F(TheDrumClefIsCheckedForTheSonettaFont,
+       ADefinitionWithoutItsOwnFontIsCheckedAgainstFontZero) {
   // Font 3 is "Sonetta", but without the flag the definition uses font 0.
   doc.set_record(CX_TAG_CLEF_DEF, 12, 0, ClefDefinition(kSonetta, 0));
   SetStaffClef(staff, 12, WholeMeasures(1, 1, 1, 1));
@@ -91,7 +92,7 @@ TEST_F(TheDrumClefIsCheckedForTheSonettaFont, YesRepairsWithExactlyThePluginsVal
   doc.script_answers({CX_ID_YES});
   SetStaffClef(staff, 12, WholeMeasures(1, 1, 1, 1));
   // -10, 139, -6, 0, kept, Sonetta, 24, 0, flags | 2.
-  const Bytes repaired = {0xF6, 0xFF, 0x8B, 0x00, 0x00, 0x00, 0xFA, 0xFF, 0x00, 0x00,
+  const Bytes repaired = {0xF6, 0xFF, 0x8B,     0x00, 0x00, 0x00, 0xFA, 0xFF, 0x00, 0x00,
                           0xAB, 0xCD, kSonetta, 0x00, 0x18, 0x00, 0x00, 0x00, 0x02, 0x01};
   EXPECT_EQ(doc.record(CX_TAG_CLEF_DEF, 12, 0), repaired);
 }

@@ -9,7 +9,9 @@ using rw::notation::EnsurePercussionChannel;
 using rw::notation::IsPercussionStaff;
 using rw::notation::SetUpPercussionStaff;
 
-Bytes ChannelDefinition(std::uint16_t channel) { return Words(CX_CHANNEL_DEF_SIZE, {{0, channel}}); }
+Bytes ChannelDefinition(std::uint16_t channel) {
+  return Words(CX_CHANNEL_DEF_SIZE, {{0, channel}});
+}
 
 // A playback record whose six elements refer to `reference`.
 Bytes Playback(std::uint16_t reference) {
@@ -28,9 +30,10 @@ class TheStaffIsPreparedForPercussionNotation : public NotationTest {
     doc.add_measures(6, {});
     staff = doc.add_staff("Drums", "");
     // Existing words: options 0x0001 at 10, clefs 0x0101 at 12, options 0x0002 at 22.
-    doc.set_record(CX_TAG_STAFF_SPEC, staff, 0,
-                   Words(CX_STAFF_SPEC_SIZE, {{6, 77}, {8, 5}, {10, 0x0001}, {12, 0x0101},
-                                              {22, 0x0002}, {32, 0x4444}}));
+    doc.set_record(
+        CX_TAG_STAFF_SPEC, staff, 0,
+        Words(CX_STAFF_SPEC_SIZE,
+              {{6, 77}, {8, 5}, {10, 0x0001}, {12, 0x0101}, {22, 0x0002}, {32, 0x4444}}));
     doc.set_record(CX_TAG_CLEF_DEF, 12, 0,
                    Words(CX_CLEF_DEF_SIZE, {{12, kSonettaPercussion}, {18, 2}}));
   }
@@ -95,8 +98,8 @@ TEST_F(TheStaffIsPutOnChannelTen, ADefinitionNumberedOneHundredIsNotFoundAndANew
   ASSERT_TRUE(EnsurePercussionChannel(staff));
   EXPECT_EQ(doc.record(CX_TAG_CHANNEL_DEF, 4, 0), Words(CX_CHANNEL_DEF_SIZE, {{0, 9}}));
   // "Rhythm Weave" in UTF-16 with its terminator.
-  const Bytes name = {'R', 0, 'h', 0, 'y', 0, 't', 0, 'h', 0, 'm', 0, ' ', 0,
-                      'W', 0, 'e', 0, 'a', 0, 'v', 0, 'e', 0, 0,   0};
+  const Bytes name = {'R', 0,   'h', 0,   'y', 0,   't', 0,   'h', 0,   'm', 0, ' ',
+                      0,   'W', 0,   'e', 0,   'a', 0,   'v', 0,   'e', 0,   0, 0};
   EXPECT_EQ(doc.record(CX_TAG_CHANNEL_NAME, 4, 0), name);
   EXPECT_EQ(doc.record(CX_TAG_PLAYBACK, staff, 0), Playback(3)) << "the number less one";
 }

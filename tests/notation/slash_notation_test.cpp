@@ -77,8 +77,8 @@ TEST_F(SlashNotationFinishesTheStaff, ASplitAssignmentEndsAsBeforeNewAndAfterInT
   Assign({{2, 1, 0, 10, kEnd}});
   ERegion region = WholeMeasures(1, 1, 4, 6);
   EXPECT_TRUE(ApplySlashNotation(region));
-  EXPECT_EQ(Assignments(), (std::vector<Range>{
-                               {2, 1, 0, 3, kEnd}, {2, 4, 0, 6, kEnd}, {2, 7, 0, 10, kEnd}}));
+  EXPECT_EQ(Assignments(),
+            (std::vector<Range>{{2, 1, 0, 3, kEnd}, {2, 4, 0, 6, kEnd}, {2, 7, 0, 10, kEnd}}));
   EXPECT_EQ(StyleDefinitions(), 1u);
 }
 
@@ -87,10 +87,9 @@ TEST_F(SlashNotationFinishesTheStaff, PartialOverlapsAreTrimmedAndInsideOnesDele
   Assign({{1, 5, 0, 8, kEnd}, {1, 4, 0, 5, kEnd}, {1, 2, 0, 4, 2047}, {1, 11, 0, 12, kEnd}});
   ERegion region = WholeMeasures(1, 1, 4, 6);
   ApplySlashNotation(region);
-  EXPECT_EQ(Assignments(), (std::vector<Range>{{1, 2, 0, 3, kEnd},
-                                               {1, 4, 0, 6, kEnd},
-                                               {1, 7, 0, 8, kEnd},
-                                               {1, 11, 0, 12, kEnd}}));
+  EXPECT_EQ(Assignments(),
+            (std::vector<Range>{
+                {1, 2, 0, 3, kEnd}, {1, 4, 0, 6, kEnd}, {1, 7, 0, 8, kEnd}, {1, 11, 0, 12, kEnd}}));
 }
 
 TEST_F(SlashNotationFinishesTheStaff, PositionsInsideMeasuresBoundTheSplit) {
