@@ -14,6 +14,7 @@
 #include "module_loader.h"
 #include "result.h"
 #include "scenario.h"
+#include "settings_store.h"
 
 #if defined(_WIN32)
 #include <windows.h>
@@ -59,19 +60,6 @@ void set_environment(const char* name, const std::string& value) {
 #endif
 }
 
-json settings_after(const RunFolders& folders) {
-  const fs::path key = folders.config / "HarpWorks";
-  json out = {{"key", fs::is_directory(key)}};
-  std::ifstream in(key / "rhythmweavePI", std::ios::binary);
-  if (in) {
-    cantel_engine::Bytes bytes((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
-    out["value_hex"] = hex(bytes);
-  } else {
-    out["value_hex"] = nullptr;
-  }
-  return out;
-}
-
 std::set<int> touched_staves(const json& before, const json& after,
                              const cantel_engine::Document& document) {
   std::set<int> staves;
@@ -95,6 +83,7 @@ int run(const Options& options) {
   const Scenario scenario = load_scenario(options.scenario);
   const RunFolders folders = prepare_folders(scenario);
   set_environment("XDG_CONFIG_HOME", utf8(folders.config));
+  prepare_setting(scenario, folders);
   apply_language(scenario);
 
   const bool reduced = engine_variant(scenario) == "reduced";

@@ -211,17 +211,6 @@ RunFolders prepare_folders(const Scenario& scenario) {
   for (const json& g : d.value("groove_files", json::array())) {
     write_groove(g, grooves / fs::u8path(g.at("name").get<std::string>()));
   }
-  if (d.contains("setting")) {
-    fs::create_directories(folders.config / "HarpWorks");
-    if (d["setting"].is_number()) {
-      const auto value = d["setting"].get<std::uint32_t>();
-      const char bytes[4] = {static_cast<char>(value & 0xFF), static_cast<char>((value >> 8) & 0xFF),
-                             static_cast<char>((value >> 16) & 0xFF),
-                             static_cast<char>(value >> 24)};
-      std::ofstream(folders.config / "HarpWorks" / "rhythmweavePI", std::ios::binary)
-          .write(bytes, 4);
-    }
-  }
   return folders;
 }
 
