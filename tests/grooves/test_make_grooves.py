@@ -1,0 +1,144 @@
+"""The generator refuses descriptions that would ship a wrong groove, and
+writes the bytes the plug-in's reader depends on."""
+
+import contextlib
+import io
+import pathlib
+import tempfile
+import textwrap
+import unittest
+
+import make_grooves
+from groove_format import GrooveError, measure_count_by_plugin_rule, parse_groove
+from smf_writer import smf_bytes, time_signature_data, variable_length
+
+
+def describe(body, meter="4/4", measures=1):
+    return textwrap.dedent(f"""\
+        name: Test
+        meter: {meter}
+        tempo: 120
+        measures: {measures}
+        """) + textwrap.dedent(body)
+
+
+class TheLengthFollowsThePluginsSeventyPercentRule(unittest.TestCase):
+    TPM = 1920
+
+    def test_an_event_in_the_first_70_percent_of_a_later_measure_is_a_trailing_stroke(self):
+        self.assertEqual(measure_count_by_plugin_rule(4 * self.TPM + self.TPM // 2, self.TPM), 4)
+        self.assertEqual(measure_count_by_plugin_rule(4 * self.TPM + 1344, self.TPM), 5)  # 70 %
+        self.assertEqual(measure_count_by_plugin_rule(4 * self.TPM + 1343, self.TPM), 4)
+
+    def test_a_note_off_on_the_closing_barline_counts_for_the_measure_before_it(self):
+        self.assertEqual(measure_count_by_plugin_rule(2 * self.TPM, self.TPM), 2)
+        self.assertEqual(measure_count_by_plugin_rule(self.TPM, self.TPM), 1)
+
+    def test_a_one_measure_groove_is_never_shortened(self):
+        self.assertEqual(measure_count_by_plugin_rule(100, self.TPM), 1)
+
+    def test_a_pattern_that_ends_early_in_its_last_measure_is_refused(self):
+        early = describe("""\
+            measure 1
+            BD  X... X... X... X...
+            measure 2
+            BD  X... X... X... ....
+            """, measures=2)
+        with self.assertRaisesRegex(GrooveError, "1 measure"):
+            parse_groove(early)
+
+    def test_a_stroke_on_the_last_eighth_keeps_the_last_measure(self):
+        groove = parse_groove(describe("""\
+            measure 1
+            BD  X... .... .... ....
+            measure 2 like 1
+            HH  .... .... .... ..x.
+            """, measures=2))
+        last = max(note.tick + note.length for note in groove.notes)
+        self.assertLess(last, groove.total_ticks)
+        self.assertEqual(measure_count_by_plugin_rule(last, groove.ticks_per_measure), 2)
+
+
+class DescriptionsWithMistakesAreRefused(unittest.TestCase):
+    def assertRefused(self, text, pattern):
+        with self.assertRaisesRegex(GrooveError, pattern):
+            parse_groove(text, "t.groove")
+
+    def test_a_grid_that_does_not_divide_the_measure(self):
+        self.assertRefused(describe("measure 1\nBD X.X.X.X.X.X.X\n"), r"t.groove:6: .*13 steps")
+
+    def test_an_unknown_instrument_or_a_key_outside_the_drum_map(self):
+        self.assertRefused(describe("measure 1\nXY X.X.X.X.\n"), "unknown instrument 'XY'")
+        self.assertRefused(describe("measure 1\n34 X.X.X.X.\n"), "key 34")
+        self.assertRefused(describe("measure 1\n82 X.X.X.X.\n"), "key 82")
+
+    def test_a_mark_that_is_neither_a_stroke_nor_a_rest(self):
+        self.assertRefused(describe("measure 1\nBD X.y.X.X.\n"), "'y' is not a stroke mark")
+
+    def test_missing_duplicated_or_surplus_measures(self):
+        self.assertRefused(describe("measure 1\nBD XXXX\n", measures=2), "measure 2 is not")
+        self.assertRefused(describe("measure 1\nBD XXXX\nmeasure 1\nBD XXXX\n"), "twice")
+        self.assertRefused(describe("measure 1\nBD XXXX\nmeasure 2\nBD XXXX\n"), "beyond")
+        self.assertRefused(describe("measure 2 like 3\nBD XXXX\n"), "not described above")
+
+    def test_settings_that_the_plugin_cannot_use(self):
+        self.assertRefused(describe("measure 1\nBD XXX\n", meter="3/5"), "3/5")
+        self.assertRefused(describe("measure 1\nBD XXXX\n").replace("Test", "A/B"), "file name")
+        self.assertRefused(describe("measure 1\nBD XXXX\n").replace("tempo: 120\n", ""),
+                           "'tempo:' is missing")
+
+    def test_a_pattern_without_a_stroke(self):
+        self.assertRefused(describe("measure 1\nBD ....\n"), "no strokes")
+
+
+class TheFileCarriesWhatTheReaderNeeds(unittest.TestCase):
+    def test_variable_length_quantities(self):
+        self.assertEqual(variable_length(0), b"\x00")
+        self.assertEqual(variable_length(127), b"\x7f")
+        self.assertEqual(variable_length(128), b"\x81\x00")
+        self.assertEqual(variable_length(268_435_455), b"\xff\xff\xff\x7f")
+
+    def test_compound_meters_click_on_the_dotted_quarter(self):
+        self.assertEqual(time_signature_data(6, 8), bytes([6, 3, 36, 8]))
+        self.assertEqual(time_signature_data(7, 8), bytes([7, 3, 12, 8]))
+        self.assertEqual(time_signature_data(2, 2), bytes([2, 1, 48, 8]))
+
+    def test_the_drum_track_repeats_the_meter_at_time_zero(self):
+        data = smf_bytes(parse_groove(describe("measure 1\nBD X.X.X.\n", meter="3/4")))
+        drum_track = data[data.index(b"MTrk", 14 + 8):]
+        # delta 0, FF 58 04, 3/4 (2 = log2 of 4), 24 clocks, 8 32nds
+        self.assertIn(bytes([0x00, 0xFF, 0x58, 0x04, 3, 2, 24, 8]), drum_track)
+
+    def test_the_same_description_always_gives_the_same_bytes(self):
+        text = describe("measure 1\nHH XxXxXxXx\n")
+        self.assertEqual(smf_bytes(parse_groove(text)), smf_bytes(parse_groove(text)))
+
+    def test_velocities_stray_from_the_mark_within_bounds(self):
+        groove = parse_groove(describe("measure 1\nHH " + "X" * 32 + "\n"))
+        velocities = {note.velocity for note in groove.notes}
+        self.assertGreater(len(velocities), 3)
+        self.assertTrue(all(106 <= v <= 118 for v in velocities))
+
+
+class TheScriptWritesOneFilePerName(unittest.TestCase):
+    def test_names_that_differ_only_in_case_clash(self):
+        with tempfile.TemporaryDirectory() as folder:
+            root = pathlib.Path(folder)
+            for file, name in (("a.groove", "Funk"), ("b.groove", "FUNK")):
+                (root / file).write_text(describe("measure 1\nBD XXXX\n").replace("Test", name))
+            errors = io.StringIO()
+            with contextlib.redirect_stderr(errors):
+                status = make_grooves.main([str(root / "out"), str(root / "a.groove"),
+                                            str(root / "b.groove"), "--quiet"])
+            self.assertEqual(status, 1)
+            self.assertIn("funk.mid", errors.getvalue())
+            self.assertFalse((root / "out").exists())
+
+    def test_every_shipped_description_is_valid(self):
+        with tempfile.TemporaryDirectory() as folder:
+            self.assertEqual(make_grooves.main([folder, "--quiet"]), 0)
+            self.assertGreaterEqual(len(list(pathlib.Path(folder).glob("*.mid"))), 16)
+
+
+if __name__ == "__main__":
+    unittest.main()
