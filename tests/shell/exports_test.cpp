@@ -3,6 +3,8 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
+#include <filesystem>
+#include <fstream>
 #include <string>
 
 #include "plugin_module.h"
@@ -37,6 +39,11 @@ class ACommandRun : public ::testing::Test {
     doc.add_measures(8, {});
     doc.add_staff("Melody", "Mel.");
     document_ = Region(1, 1, 1, 8);
+    // A groove folder with one style, so that the dialog opens quietly.
+    const auto components = std::filesystem::temp_directory_path() / "rw-exports-test";
+    std::filesystem::create_directories(components / "Rhythm Weave");
+    std::ofstream(components / "Rhythm Weave" / "Rock.mid") << "MThd";
+    doc.set_path(CX_PATH_COMPONENT_FILES, components.string());
   }
   cantel_engine::Document& Doc() { return cantel_engine::document(); }
   bool DialogOpened() { return !Doc().dialog_steps().empty(); }

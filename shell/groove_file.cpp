@@ -1,0 +1,74 @@
+#include "groove_file.h"
+
+#include <cantel/cantel.h>
+
+#include <cstdio>
+#include <new>
+
+#include "host_api.h"
+#include "platform.h"
+#include "style_library.h"
+
+namespace rw::shell {
+namespace {
+
+// A groove is a few kilobytes; beyond this the doubled buffer is not worth
+// attempting inside the user's notation program.
+constexpr std::uint64_t kLargestGrooveFile = 0x3FFFFFFF;
+
+struct FileCloser {
+  void operator()(std::FILE* file) const { std::fclose(file); }
+};
+using File = std::unique_ptr<std::FILE, FileCloser>;
+
+}  // namespace
+
+std::optional<GrooveBuffer> ReadGrooveFile(const std::u16string& path) {
+  File file(platform::OpenFileW(path.c_str(), "rb"));
+  if (!file) return std::nullopt;
+  if (std::fseek(file.get(), 0, SEEK_END) != 0) return std::nullopt;
+  const long end = std::ftell(file.get());
+  if (end <= 0 || static_cast<std::uint64_t>(end) > kLargestGrooveFile) return std::nullopt;
+  if (std::fseek(file.get(), 0, SEEK_SET) != 0) return std::nullopt;
+
+  GrooveBuffer groove;
+  groove.size = static_cast<std::uint64_t>(end);
+  groove.capacity = 2 * groove.size;
+  try {
+    groove.bytes = std::make_unique<std::uint8_t[]>(groove.capacity);
+  } catch (const std::bad_alloc&) {
+    return std::nullopt;
+  }
+  const std::size_t want = static_cast<std::size_t>(groove.size);
+  if (std::fread(groove.bytes.get(), 1, want, file.get()) != want) return std::nullopt;
+  return groove;
+}
+
+bool TemporaryGrooveFile::Write(const GrooveBuffer& groove) {
+  char16_t folder[CX_PATH_UNITS] = {};
+  host::CX_GetCantelPath(CX_PATH_TEMPORARY, folder, host::kVersion);
+  folder[CX_PATH_UNITS - 1] = 0;
+  std::u16string path(folder);
+  if (path.empty()) return false;
+  path += kTemporaryFileName;
+  if (path.size() >= CX_PATH_UNITS) return false;
+
+  File file(platform::OpenFileW(path.c_str(), "wb"));
+  if (!file) return false;
+  path_ = path;
+  written_ = true;
+  const std::size_t size = static_cast<std::size_t>(groove.size);
+  const bool whole = std::fwrite(groove.bytes.get(), 1, size, file.get()) == size;
+  const bool closed = std::fclose(file.release()) == 0;
+  if (whole && closed) return true;
+  Delete();
+  return false;
+}
+
+void TemporaryGrooveFile::Delete() {
+  if (!written_) return;
+  platform::DeleteFileW(path_.c_str());
+  written_ = false;
+}
+
+}  // namespace rw::shell

@@ -1,0 +1,44 @@
+// The groove file's bytes for one run: read whole into a buffer of twice the
+// file's size (the reader grows it in place), and written back as the
+// temporary file that the host's MIDI import reads.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+
+namespace rw::shell {
+
+struct GrooveBuffer {
+  std::unique_ptr<std::uint8_t[]> bytes;
+  std::uint64_t size = 0;      // valid bytes; the reader moves it
+  std::uint64_t capacity = 0;  // twice the file's size
+};
+
+// Nothing when the file does not open, is empty or too large, cannot be
+// read whole, or no memory is left for it.
+std::optional<GrooveBuffer> ReadGrooveFile(const std::u16string& path);
+
+// "RhythmWeave$$Temp$$File.mid" in the host's temporary folder. Once written
+// it is removed when the object goes, on every way out of the run.
+class TemporaryGrooveFile {
+ public:
+  TemporaryGrooveFile() = default;
+  TemporaryGrooveFile(const TemporaryGrooveFile&) = delete;
+  TemporaryGrooveFile& operator=(const TemporaryGrooveFile&) = delete;
+  ~TemporaryGrooveFile() { Delete(); }
+
+  // False when the host gave no usable folder or the file could not be
+  // written whole (a partial file is removed at once).
+  bool Write(const GrooveBuffer& groove);
+  void Delete();
+  // The zero-terminated path, as the import block carries it.
+  const std::u16string& Path() const { return path_; }
+
+ private:
+  std::u16string path_;
+  bool written_ = false;
+};
+
+}  // namespace rw::shell
