@@ -8,10 +8,17 @@
 
 namespace rw::host {
 
-// The answer for a composite kind, or nothing for any other tag.
+// The answer for a composite kind, or nothing for any other tag. A load sets
+// *size to the composite's full size and fills only the fields that fit in
+// the size given; a null buffer only queries the size.
 std::optional<std::uint16_t> LoadCompositeRecord(std::uint32_t tag, void* data,
                                                  std::uint32_t* size);
+// Writes back only the sub-records whose words change, reading only fields
+// within `size`. Refused (0) below two bytes per row.
 std::optional<std::uint16_t> StoreCompositeRecord(std::uint32_t tag, const void* data,
                                                   std::uint32_t size);
+
+// The full size of a composite kind, 0 for any other tag.
+std::uint32_t CompositeRecordSize(std::uint32_t tag);
 
 }  // namespace rw::host
