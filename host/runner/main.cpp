@@ -1,5 +1,6 @@
 // cantel-host run SCENARIO.json [--plugin PATH] [--engine PATH] [--out RESULT.json] [--view]
 //                               [--check]
+// cantel-host compare NATIVE.json WINDOWS.json
 //
 // Plays one scenario: loads the engine and the plug-in, makes the host's
 // start-up calls, builds the score, invokes the command with the scripted
@@ -181,11 +182,34 @@ int run(const Options& options) {
 
 }  // namespace
 
+// Two results of one scenario from different platforms agree but for what
+// the platform owns: where the keyboard focus rests.
+int compare(const std::string& first, const std::string& second) {
+  auto load = [](const std::string& file) {
+    std::ifstream in(fs::u8path(file));
+    json result = json::parse(in);
+    for (auto& step : result["dialog"]["steps"]) step.erase("focus");
+    return result;
+  };
+  const json patch = json::diff(load(first), load(second));
+  for (const auto& change : patch) std::cout << change["op"] << " " << change["path"] << "\n";
+  return patch.empty() ? 0 : 1;
+}
+
 int main(int argc, char** argv) {
   Options options;
+  if (argc == 4 && std::string(argv[1]) == "compare") {
+    try {
+      return compare(argv[2], argv[3]);
+    } catch (const std::exception& e) {
+      std::cerr << "cantel-host: " << e.what() << "\n";
+      return 2;
+    }
+  }
   if (argc < 3 || std::string(argv[1]) != "run") {
     std::cerr << "usage: cantel-host run SCENARIO.json [--plugin PATH] [--engine PATH]"
-                 " [--out RESULT.json] [--view] [--check]\n";
+                 " [--out RESULT.json] [--view] [--check]\n"
+                 "       cantel-host compare NATIVE.json WINDOWS.json\n";
     return 2;
   }
   options.scenario = fs::u8path(argv[2]);
