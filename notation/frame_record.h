@@ -26,7 +26,6 @@ class FrameRecord {
   std::uint16_t Clef() const { return cx_get_u16(record_, CX_FGDS_CLEF); }
   void SetClef(std::uint16_t clef) { cx_put_u16(record_, CX_FGDS_CLEF, clef); }
 
-  std::size_t LayerCount() const { return layers_; }
   // Frame number of a layer from 0; 0 when the layer has no frame there.
   std::int16_t FrameNumber(std::size_t layer) const;
   // Sum of the first four layers' frame numbers: 0 when they hold no music.

@@ -5,8 +5,8 @@
 #include <vector>
 
 #include "entry_writer.h"
-#include "host_api.h"
 #include "records.h"
+#include "regions.h"
 #include "slash_style.h"
 
 namespace rw::notation {
@@ -41,8 +41,10 @@ void SetStart(std::uint8_t* assignment, Point start) {
              static_cast<std::uint32_t>(start.position));
 }
 void SetEnd(std::uint8_t* assignment, Point end) {
-  cx_put_u16(assignment, CX_STAFF_STYLE_ASSIGN_END_MEASURE, static_cast<std::uint16_t>(end.measure));
-  cx_put_u32(assignment, CX_STAFF_STYLE_ASSIGN_END_POSITION, static_cast<std::uint32_t>(end.position));
+  cx_put_u16(assignment, CX_STAFF_STYLE_ASSIGN_END_MEASURE,
+             static_cast<std::uint16_t>(end.measure));
+  cx_put_u32(assignment, CX_STAFF_STYLE_ASSIGN_END_POSITION,
+             static_cast<std::uint32_t>(end.position));
 }
 
 // The last place before the region and the first one after it.
@@ -70,7 +72,8 @@ bool ClearRegionOnStaff(std::uint16_t instrument, const ERegion& region) {
   const Point regionEnd{region.endMeasure, region.endPosition};
   bool changed = false;
   std::uint8_t assignment[kAssignSize];
-  for (std::uint32_t sub = 0; sub < kSubNumberLimit && LoadAssignment(instrument, sub, assignment);) {
+  for (std::uint32_t sub = 0;
+       sub < kSubNumberLimit && LoadAssignment(instrument, sub, assignment);) {
     const Point start = StartOf(assignment);
     const Point end = EndOf(assignment);
     if (!IsSlashStyleNumber(cx_get_u16(assignment, CX_STAFF_STYLE_ASSIGN_STYLE)) ||
@@ -117,9 +120,10 @@ void ReorderOnStaff(std::uint16_t instrument) {
     if (!DeleteRecord(kAssignTag, instrument, 0)) break;
     collected.push_back(assignment);
   }
-  std::stable_sort(collected.begin(), collected.end(), [](const Assignment& a, const Assignment& b) {
-    return StartOf(a.data()) < StartOf(b.data());
-  });
+  std::stable_sort(collected.begin(), collected.end(),
+                   [](const Assignment& a, const Assignment& b) {
+                     return StartOf(a.data()) < StartOf(b.data());
+                   });
   // Whatever the host kept stays first, and the collected ones follow it.
   std::uint32_t sub = 0;
   while (sub < kSubNumberLimit && LoadAssignment(instrument, sub, assignment.data())) ++sub;
@@ -129,21 +133,11 @@ void ReorderOnStaff(std::uint16_t instrument) {
   }
 }
 
+// The staves of the region that hold a staff.
 template <typename PerStaff>
 void ForEachStaff(const ERegion& region, PerStaff perStaff) {
-  const std::uint32_t lastSlot = region.endSlot;
-  for (std::uint32_t slot = region.startSlot; slot <= lastSlot; ++slot) {
-    const std::uint16_t instrument =
-        host::CX_SlotToInst(static_cast<std::uint16_t>(slot), region.startList, host::kVersion);
-    if (instrument != 0) perStaff(instrument);
-  }
-}
-
-void ClipEndToMeasureEnd(ERegion& region) {
-  const std::int64_t duration =
-      host::CX_GetMeasureDuration(0, region.endMeasure, host::kVersion);
-  if (region.endPosition > 0 && std::int64_t{region.endPosition} + 1 >= duration) {
-    region.endPosition = CX_END_OF_MEASURE;
+  for (const RegionStaff& staff : StavesOfRegion(region)) {
+    if (staff.staff != 0) perStaff(staff.staff);
   }
 }
 
@@ -176,7 +170,7 @@ void ReorderStyleAssignments(const ERegion& region) { ForEachStaff(region, Reord
 
 bool ApplySlashNotation(ERegion& region) {
   WriteSlashEntries(region);
-  ClipEndToMeasureEnd(region);
+  NormalizeRegionEnd(region);
   RemoveSlashStyleAssignments(region);
   AssignSlashStyle(region);
   ReorderStyleAssignments(region);

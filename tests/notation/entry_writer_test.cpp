@@ -1,12 +1,10 @@
 #include "entry_writer.h"
 
-#include "frame_record.h"
 #include "notation_fixture.h"
 
 namespace notation_test {
 namespace {
 
-using rw::notation::FrameRecord;
 using rw::notation::WriteSlashEntries;
 
 class SlashEntriesFillEmptyMeasures : public NotationTest {
@@ -49,7 +47,6 @@ INSTANTIATE_TEST_SUITE_P(Meters, OneSlashPerBeatOrDottedBeat,
                                            Meter{9, 512, 3, 1536},    // 9/8
                                            Meter{3, 1024, 3, 1024},   // 3/4
                                            Meter{3, 512, 3, 512},     // 3/8
-                                           Meter{4, 1024, 4, 1024},   // 4/4
                                            Meter{5, 1024, 5, 1024}),  // 5/4
                          [](const auto& info) {
                            return std::to_string(info.param.beats) + "_" +
@@ -91,41 +88,6 @@ TEST_F(SlashEntriesFillEmptyMeasures, AStartSlotAfterTheEndSlotWritesNothing) {
   doc.add_staff("Bass", "");
   EXPECT_TRUE(WriteSlashEntries(WholeMeasures(2, 1, 1, 1)));
   EXPECT_TRUE(doc.entries(staff, 1, 0).empty());
-}
-
-TEST_F(SlashEntriesFillEmptyMeasures, SlotsWithoutAStaffAreSkipped) {
-  doc.add_measures(1, {});
-  EXPECT_TRUE(WriteSlashEntries(WholeMeasures(1, 3, 1, 1)));
-  EXPECT_EQ(doc.entries(staff, 1, 0).size(), 4u);
-  EXPECT_EQ(doc.open_frames(), 0);
-}
-
-class FrameRecordHolder : public SlashEntriesFillEmptyMeasures {};
-
-TEST_F(FrameRecordHolder, ReadsTheClefAndTheFrameNumbersThroughItsOwnArray) {
-  doc.add_measures(2, {});
-  doc.set_clef(staff, 2, 12);
-  doc.add_entry(staff, 2, 2, 0, 4096, {});
-  FrameRecord frames;
-  ASSERT_TRUE(frames.Load(staff, 2));
-  EXPECT_EQ(frames.Clef(), 12);
-  EXPECT_EQ(frames.FrameNumber(0), 0);
-  EXPECT_EQ(frames.FrameNumber(2), doc.frame_number(staff, 2, 2));
-  EXPECT_NE(frames.SumOfFirstFourLayers(), 0);
-  // A second load starts from zeroes again.
-  ASSERT_TRUE(frames.Load(staff, 1));
-  EXPECT_EQ(frames.Clef(), 0);
-  EXPECT_EQ(frames.SumOfFirstFourLayers(), 0);
-  EXPECT_FALSE(frames.Load(staff, 3));
-}
-
-TEST_F(FrameRecordHolder, SavesTheClef) {
-  doc.add_measures(1, {});
-  FrameRecord frames;
-  ASSERT_TRUE(frames.Load(staff, 1));
-  frames.SetClef(7);
-  ASSERT_TRUE(frames.Save(staff, 1));
-  EXPECT_EQ(doc.clef(staff, 1), 7);
 }
 
 }  // namespace
