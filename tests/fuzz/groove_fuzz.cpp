@@ -1,0 +1,74 @@
+// libFuzzer target over one groove load. Beyond what the sanitizers catch it
+// checks the reader's promises: no load shows more than 16 diagnostics,
+// nothing but the range-check failure escapes, and the fast store leaves
+// exactly what the literal in-place edits leave.
+#include <cstdint>
+#include <cstdlib>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include "literal_store.h"
+#include "load_groove.h"
+#include "smf_header_impl.h"
+#include "track_parser_impl.h"
+
+namespace {
+
+using rw::groove::BasicSmfReader;
+
+class CountingSink : public rw::groove::DiagnosticSink {
+ public:
+  void Show(const char* text) override { shown.emplace_back(text); }
+  std::vector<std::string> shown;
+};
+
+struct Outcome {
+  bool rangeCheck = false;
+  rw::groove::GroovePattern pattern;
+  std::vector<std::string> alerts;
+  std::vector<uint8_t> bytes;
+};
+
+template <class Store>
+Outcome LoadOnce(const uint8_t* data, size_t size) {
+  std::vector<uint8_t> buffer(2 * size + 1);
+  std::copy(data, data + size, buffer.begin());
+  uint64_t fileSize = size;
+  CountingSink sink;
+  Outcome outcome;
+  {
+    BasicSmfReader<Store> reader(buffer.data(), &fileSize, 2 * size, sink);
+    try {
+      outcome.pattern = rw::groove::LoadGroove(reader, 0);
+    } catch (const std::out_of_range&) {
+      outcome.rangeCheck = true;
+    }
+  }
+  if (sink.shown.size() > 16) std::abort();
+  if (fileSize > 2 * size) std::abort();
+  outcome.alerts = std::move(sink.shown);
+  outcome.bytes.assign(buffer.begin(), buffer.begin() + static_cast<long>(fileSize));
+  return outcome;
+}
+
+bool Same(const Outcome& a, const Outcome& b) {
+  return a.rangeCheck == b.rangeCheck && a.alerts == b.alerts && a.bytes == b.bytes &&
+         a.pattern.loaded == b.pattern.loaded && a.pattern.division == b.pattern.division &&
+         a.pattern.drumNotesFound == b.pattern.drumNotesFound &&
+         a.pattern.lastDrumMeasure == b.pattern.lastDrumMeasure &&
+         a.pattern.lastDrumTick == b.pattern.lastDrumTick &&
+         a.pattern.timeSignature.ticksPerMeasure == b.pattern.timeSignature.ticksPerMeasure;
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
+  const Outcome fast = LoadOnce<rw::groove::GapBuffer>(data, size);
+  // The literal store is quadratic; compare on inputs of fuzzing size only.
+  if (size <= 64 * 1024) {
+    const Outcome literal = LoadOnce<rw::groove::testing::LiteralStore>(data, size);
+    if (!Same(fast, literal)) std::abort();
+  }
+  return 0;
+}
