@@ -1,0 +1,43 @@
+#!/usr/bin/env bash
+# The Windows module itself: exactly the six exports, no runtime DLLs beside
+# the system's, and under Wine it loads only into a process that holds a host
+# module.
+set -euo pipefail
+cd "$(dirname "$0")/../.."
+
+wine=/usr/lib/wine/wine64
+if [ ! -x "$wine" ]; then
+  echo "45-windows-module: wine is not installed; skipping"
+  exit 0
+fi
+
+cmake --preset windows >/dev/null
+cmake --build --preset windows -j 2 --target RhythmWeave CantelEngine load_check
+bin=build/windows/bin
+passed=0
+failed=0
+check() {  # description, command...
+  local what=$1
+  shift
+  if "$@"; then passed=$((passed + 1)); else failed=$((failed + 1)); echo "45-windows-module: FAILED: $what"; fi
+}
+
+exports=$(x86_64-w64-mingw32-objdump -p "$bin/RhythmWeave.dll" |
+  sed -n '/\[Ordinal\/Name Pointer\] Table/,/^$/p' | awk '/\[/ && NR > 1 {print $NF}' | sort | tr '\n' ' ')
+expected="CantelExtensionEnumerate_UTF16 CantelExtensionGetMenuStatus CantelExtensionInit CantelExtensionInvoke CantelExtensionTerminate CantelExtensionVersion "
+check "the DLL exports exactly the six names (found: $exports)" test "$exports" = "$expected"
+
+imports=$(x86_64-w64-mingw32-objdump -p "$bin/RhythmWeave.dll" | awk '/DLL Name:/ {print tolower($3)}' | sort | tr '\n' ' ')
+check "the DLL needs only system DLLs (found: $imports)" test "$imports" = "advapi32.dll kernel32.dll msvcrt.dll user32.dll "
+
+export WINEDEBUG=-all
+export WINEPREFIX="${WINEPREFIX:-$PWD/build/windows/wineprefix}"
+without=$(cd "$bin" && "$wine" load_check.exe RhythmWeave.dll 2>/dev/null | tr -d '\r' || true)
+check "the DLL refuses to load without a host module (got: $without)" test "$without" = "refused"
+with=$(cd "$bin" && "$wine" load_check.exe --engine CantelEngine.dll RhythmWeave.dll 2>/dev/null | tr -d '\r' || true)
+check "the DLL loads beside the host engine with its six exports" \
+  test "$(printf '%s\n' "$with" | grep -c -e '^loaded$' -e ' found$')" = 7
+"$wine"server -k 2>/dev/null || true
+
+echo "windows module: $passed passed, $failed failed"
+[ "$failed" -eq 0 ]
