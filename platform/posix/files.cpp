@@ -91,10 +91,17 @@ FindHandle FindFirstFileW(const char16_t* pattern, FindData* found) {
     std::copy(name.begin(), name.end(), data.fileName);
     search.found.push_back(data);
   }
-  std::stable_sort(search.found.begin(), search.found.end(),
-                   [](const FindData& a, const FindData& b) {
-                     return Upper(std::u16string(a.fileName)) < Upper(std::u16string(b.fileName));
-                   });
+  // Sorted by the upper-cased names, each computed once.
+  std::vector<std::pair<std::u16string, std::size_t>> order;
+  order.reserve(search.found.size());
+  for (std::size_t i = 0; i < search.found.size(); ++i) {
+    order.emplace_back(Upper(std::u16string(search.found[i].fileName)), i);
+  }
+  std::sort(order.begin(), order.end());
+  std::vector<FindData> sorted;
+  sorted.reserve(order.size());
+  for (const auto& [key, index] : order) sorted.push_back(search.found[index]);
+  search.found = std::move(sorted);
   if (!Deliver(search, found)) return kInvalidFindHandle;
   return &search;
 }
