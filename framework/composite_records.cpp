@@ -67,21 +67,19 @@ void ReadField(const CompositeRow& row, const SubRecord& sub, std::uint8_t* reco
 // Answers whether the sub-record's words changed.
 bool WriteField(const CompositeRow& row, const std::uint8_t* record, SubRecord& sub) {
   const std::int16_t index = row.Index();
-  const auto next = static_cast<std::int16_t>(index + 1);
-  std::uint16_t first = 0;
-  std::uint16_t second = 0;
   if (row.FieldSize() == 2) {
-    first = cx_get_u16(record, row.Offset());
-    if (row.Kind() == kInvertedFlag) first = Inverted(first);
-    if (Word(sub, index) == first) return false;
-    SetWord(sub, index, first);
+    std::uint16_t word = cx_get_u16(record, row.Offset());
+    if (row.Kind() == kInvertedFlag) word = Inverted(word);
+    if (Word(sub, index) == word) return false;
+    SetWord(sub, index, word);
     return true;
   }
   const std::uint32_t value = cx_get_u32(record, row.Offset());
   const auto high = static_cast<std::uint16_t>(value >> 16);
   const auto low = static_cast<std::uint16_t>(value & 0xFFFF);
-  first = row.Kind() == kHighWordFirst ? high : low;
-  second = row.Kind() == kHighWordFirst ? low : high;
+  const std::uint16_t first = row.Kind() == kHighWordFirst ? high : low;
+  const std::uint16_t second = row.Kind() == kHighWordFirst ? low : high;
+  const auto next = static_cast<std::int16_t>(index + 1);
   if (Word(sub, index) == first && Word(sub, next) == second) return false;
   SetWord(sub, index, first);
   SetWord(sub, next, second);

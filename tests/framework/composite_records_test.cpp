@@ -132,11 +132,4 @@ TEST_F(CompositeRecords, AStoreReadsOnlyWithinTheGivenSize) {
   EXPECT_EQ(WordAt(*doc.record(kGlobal, 65534, 0), 0), 77);
 }
 
-TEST_F(CompositeRecords, OldInterfaceVersionsStoreTheRecordAsItIs) {
-  const auto record = Load();
-  std::uint16_t block[2] = {0, 0};
-  ASSERT_EQ(rw::host::CX_SaveEData(kSMfp, block, record.data(), 108, 0x07FFFFFF), 1);
-  EXPECT_EQ(doc.record(kSMfp, 0, 0)->size(), 108u);
-}
-
 }  // namespace

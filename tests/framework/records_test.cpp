@@ -55,19 +55,6 @@ TEST_F(RecordFunctions, AMissingRecordLoadsAsZerosAndAnswersFalse) {
   for (std::uint8_t b : buffer) EXPECT_EQ(b, 0);
 }
 
-TEST_F(RecordFunctions, MeasureRecordsAreTheThirtyByteSMOSOfTheirMeasure) {
-  doc.add_measures(2, {3, 512, false, 0});
-  std::array<std::uint8_t, CX_MEASURE_SIZE> record{};
-  ASSERT_TRUE(rw::LoadMeasureRecord(2, record.data()));
-  EXPECT_EQ(cx_get_i16(record.data(), CX_MEASURE_BEATS), 3);
-  cx_put_u16(record.data(), CX_MEASURE_FLAGS, CX_MEASURE_FLAG_EXPRESSIONS);
-  ASSERT_TRUE(rw::SaveMeasureRecord(2, record.data()));
-  const auto stored = doc.record(CX_TAG_MEASURE, 2, 0);
-  ASSERT_TRUE(stored.has_value());
-  ASSERT_EQ(stored->size(), std::size_t{CX_MEASURE_SIZE});
-  EXPECT_EQ(cx_get_u16(stored->data(), CX_MEASURE_FLAGS), CX_MEASURE_FLAG_EXPRESSIONS);
-}
-
 TEST_F(RecordFunctions, CreateWithAnyNumberTakesTheHostsNumberAndSubNumberZero) {
   doc.set_record(CX_TAG_EXPRESSION_DEF, 1, 0, Words({1}));
   std::uint16_t number = CX_NUMBER_ANY;
@@ -144,18 +131,6 @@ TEST_F(RecordObject, LoadRemembersTheNumberAndSaveWritesToIt) {
   EXPECT_EQ(cx_get_u16(doc.record(CX_TAG_STAFF_SPEC, staff, 0)->data(), CX_STAFF_SPEC_NOTATION),
             0x1234);
   EXPECT_EQ(spec.Create(), 0);
-}
-
-TEST_F(RecordObject, NextStepsToTheFollowingRecordAndDeleteRemovesIt) {
-  const std::uint16_t first = doc.add_staff("", "");
-  const std::uint16_t second = doc.add_staff("", "");
-  rw::CStaffSpec spec;
-  ASSERT_NE(spec.Load(first, kVersion), 0);
-  ASSERT_NE(spec.Next(), 0);
-  EXPECT_EQ(spec.Next(), 0);
-  ASSERT_NE(spec.Delete(second), 0);
-  EXPECT_FALSE(doc.record(CX_TAG_STAFF_SPEC, second, 0).has_value());
-  EXPECT_EQ(spec.Delete(second), 0);
 }
 
 }  // namespace

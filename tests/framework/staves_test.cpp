@@ -97,14 +97,6 @@ TEST_F(StaffLists, AtMostAThousandEntriesAreRead) {
   EXPECT_EQ(list.Entry(999).Staff(), 1000);
 }
 
-TEST_F(StaffLists, TheVerticalPositionIsTheThirdWord) {
-  doc.set_record(CX_TAG_STAFF_LIST, 0, 0, Words({4, 0, 0, 0, 0xFF38, 0xFFFF}, 24));  // -200
-  rw::StaffList list(0);
-  ASSERT_EQ(list.Count(), 1u);
-  EXPECT_EQ(list.Entry(0).Staff(), 4);
-  EXPECT_EQ(list.Entry(0).VerticalPosition(), -200);
-}
-
 TEST_F(StaffLists, SavingAShorterListDeletesTheLeftovers) {
   AddListRecords(0, 2);
   AddListRecords(7, 5);

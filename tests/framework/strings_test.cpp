@@ -22,18 +22,6 @@ TEST(WideStrings, CompareByTheFirstDifferingUnitUnsigned) {
   EXPECT_EQ(rw::WideCompareN(u"x", u"y", 0), 0);
 }
 
-TEST(WideStrings, FindLengthAndCopy) {
-  const char16_t text[] = u"a^b(c)";
-  EXPECT_EQ(rw::WideLength(text), 6u);
-  EXPECT_EQ(rw::WideLength(u""), 0u);
-  EXPECT_EQ(rw::WideFindChar(text, u'('), text + 3);
-  EXPECT_EQ(rw::WideFindChar(text, u'z'), nullptr);
-  EXPECT_EQ(rw::WideFindChar(text, u'\0'), text + 6);
-  char16_t copy[8] = {u'x', u'x', u'x', u'x', u'x', u'x', u'x', u'x'};
-  EXPECT_EQ(rw::WideCopy(copy, u"hey"), copy);
-  EXPECT_EQ(std::u16string(copy), u"hey");
-}
-
 TEST(WideStrings, FormatFillsNumbersAndStringsAndAlwaysTerminates) {
   char16_t buffer[64];
   EXPECT_EQ(rw::WideFormat(buffer, 64, u"^font(%s,%d)^size(%d)", {u"Arial", 0, 12}), 23u);
