@@ -100,11 +100,6 @@ void ForRowsOfSubRecord(const CompositeTable& table, std::size_t first, Visit vi
 
 }  // namespace
 
-std::uint32_t CompositeRecordSize(std::uint32_t tag) {
-  const CompositeTable* table = FindCompositeTable(tag);
-  return table == nullptr ? 0 : TableSize(*table);
-}
-
 std::optional<std::uint16_t> LoadCompositeRecord(std::uint32_t tag, void* data,
                                                  std::uint32_t* size) {
   const CompositeTable* table = FindCompositeTable(tag);

@@ -18,7 +18,4 @@ std::optional<std::uint16_t> LoadCompositeRecord(std::uint32_t tag, void* data,
 std::optional<std::uint16_t> StoreCompositeRecord(std::uint32_t tag, const void* data,
                                                   std::uint32_t size);
 
-// The full size of a composite kind, 0 for any other tag.
-std::uint32_t CompositeRecordSize(std::uint32_t tag);
-
 }  // namespace rw::host
