@@ -13,6 +13,8 @@ import argparse
 import pathlib
 import sys
 
+# Run by hand from the source tree: leave no __pycache__ behind.
+sys.dont_write_bytecode = True
 sys.path.insert(0, str(pathlib.Path(__file__).resolve().parent))
 
 from groove_format import GrooveError, read_groove_file  # noqa: E402

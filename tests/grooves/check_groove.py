@@ -14,6 +14,8 @@ import pathlib
 import subprocess
 import sys
 
+# Run by hand from the source tree: leave no __pycache__ behind.
+sys.dont_write_bytecode = True
 sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[2] / "grooves"))
 
 from groove_format import read_groove_file  # noqa: E402
