@@ -23,6 +23,9 @@ namespace rw::groove {
 
 class GapBuffer {
  public:
+  // The parser may decode whole events from Window() instead of byte by byte.
+  static constexpr bool kDecodeInWindow = true;
+
   GapBuffer(uint8_t* buffer, uint64_t* size, uint64_t capacity)
       : buffer_(buffer), sizeVar_(size), size_(*size), capacity_(capacity), tail_(buffer) {}
 
@@ -31,6 +34,8 @@ class GapBuffer {
 
   // Logical byte `position`, for front_ <= position < size().
   uint8_t Get(uint64_t position) const { return tail_[position]; }
+  // The bytes from `position` up to size(), contiguous; front_ <= position.
+  const uint8_t* Window(uint64_t position) const { return tail_ + position; }
 
   // Logical byte `position` anywhere below size(); for tests and tools.
   uint8_t Peek(uint64_t position) const {
@@ -38,12 +43,12 @@ class GapBuffer {
   }
 
   void Put(uint64_t position, uint8_t value) {
-    if (position >= capacity_) throw RangeCheckError("write outside the buffer");
-    if (position < front_) {
+    if (position < front_) {  // the usual case: behind the reader, after an edit
       buffer_[position] = value;
-    } else if (position < size_) {
-      tail_[position] = value;
+      return;
     }
+    if (position >= capacity_) throw RangeCheckError("write outside the buffer");
+    if (position < size_) tail_[position] = value;
     // Past the end the byte is outside the file and no later edit brings it
     // back, so there is nothing to keep.
   }
@@ -60,15 +65,19 @@ class GapBuffer {
     if (size_ >= capacity_ || position > size_) throw RangeCheckError("insertion outside the buffer");
     if (!parked_) {
       Park(position);
-    } else {
+    } else if (position != front_) {
       CloseUpTo(position);
     }
-    buffer_[front_] = 0;
-    ++front_;
-    --gap_;
-    tail_ = buffer_ + gap_;
-    ++size_;
-    *sizeVar_ = size_;
+    // Fields are written from locals, never re-read right after a write:
+    // this runs once per grown message.
+    const uint64_t gap = gap_ - 1;
+    const uint64_t size = size_ + 1;
+    buffer_[position] = 0;
+    front_ = position + 1;
+    gap_ = gap;
+    tail_ = buffer_ + gap;
+    size_ = size;
+    *sizeVar_ = size;
   }
 
   // Removes [from, to); `to` is the read position and may lie past the end

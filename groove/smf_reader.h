@@ -85,8 +85,10 @@ class BasicSmfReader {
   void ReadChunkHeader();
   void SkipToChunkEnd() { MoveReadPosition(chunkEnd_); }
 
+  // A negative position wraps to one far outside the buffer, which the store
+  // refuses.
   void WriteByte(uint8_t value) {
-    store_.Put(CheckedPosition(writePos_), value);
+    store_.Put(static_cast<uint64_t>(writePos_), value);
     ++writePos_;
   }
   void WriteBytes(const uint8_t* source, int64_t count) {
@@ -157,23 +159,23 @@ class BasicSmfReader {
 
  private:
   void Alert(const char* message);
-  uint64_t CheckedPosition(int64_t position) const {
-    if (position < 0 || static_cast<uint64_t>(position) >= store_.capacity()) {
-      throw RangeCheckError("position outside the buffer");
-    }
-    return static_cast<uint64_t>(position);
-  }
   void MoveReadPosition(int64_t position);
 
   // Track parsing helpers.
   void ResetTrackState(int32_t track);
   void AdvanceTime(int32_t delta);
+  bool RangeMarksPending() const {
+    return (firstMeasure_ > 1 && !startMarkDone_) || !endMarkDone_;
+  }
   void MakeRangeMarks(int32_t delta);
   void MakeRangeMark(int32_t target);
   void InsertMark(const TimeMark& mark);
   void SkipSysEx();
+  bool ReadChannelEventInWindow(bool collect, bool& drumEventsFound);
   void HandleChannelEvent(uint8_t status, uint8_t firstData, int64_t eventStart, bool running,
                           bool collect, bool& drumEventsFound);
+  void ApplyChannelEvent(uint8_t status, uint8_t firstData, int64_t eventStart, bool running,
+                         bool secondData, bool collect, bool& drumEventsFound);
   enum class MetaOutcome { kNext, kEndOfTrack, kFail };
   MetaOutcome HandleMetaEvent(uint8_t type, int32_t track);
   void SetTimeSignature(uint8_t numerator, uint8_t denominatorPower);

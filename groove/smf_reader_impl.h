@@ -55,15 +55,17 @@ void BasicSmfReader<Store>::ReadChunkHeader() {
 
 template <class Store>
 void BasicSmfReader<Store>::InsertByte() {
-  if (readPos_ < 0) throw RangeCheckError("insertion outside the buffer");
-  store_.Insert(static_cast<uint64_t>(readPos_));
-  ++chunkLength_;
-  ++readPos_;
-  ++chunkEnd_;
+  const int64_t position = readPos_;
+  if (position < 0) throw RangeCheckError("insertion outside the buffer");
+  store_.Insert(static_cast<uint64_t>(position));
+  const int64_t length = chunkLength_ + 1;
+  chunkLength_ = length;
+  readPos_ = position + 1;
+  chunkEnd_ += 1;
   // The inserted byte is stepped over without counting as consumed; the
   // chunk's length field follows the growth so the chunk stays well-formed.
   writePos_ = chunkLengthPos_;
-  WriteU32(chunkLength_);
+  WriteU32(length);
 }
 
 template <class Store>

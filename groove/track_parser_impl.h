@@ -43,8 +43,12 @@ bool BasicSmfReader<Store>::ParseTrack(int32_t track, bool& drumEventsFound, boo
   ResetTrackState(track);
 
   while (chunkConsumed_ < chunkLength_) {
+    if constexpr (Store::kDecodeInWindow) {
+      if (ReadChannelEventInWindow(collect, drumEventsFound)) continue;
+    }
+
     const int32_t delta = ReadVarLen();
-    if (delta > 0) MakeRangeMarks(delta);
+    if (delta > 0 && RangeMarksPending()) MakeRangeMarks(delta);
     AdvanceTime(delta);
 
     const int64_t eventStart = readPos_;
@@ -154,15 +158,74 @@ void BasicSmfReader<Store>::SkipSysEx() {
 }
 
 template <class Store>
+bool BasicSmfReader<Store>::ReadChannelEventInWindow(bool collect, bool& drumEventsFound) {
+  // The common event (short delta, channel message, fully inside the data)
+  // decoded straight from the buffer. Nothing in it can read past the end,
+  // so the per-byte bookkeeping of ReadByte is done once for the event.
+  constexpr uint64_t kWindow = 8;
+  const auto position = static_cast<uint64_t>(readPos_);
+  if (position + kWindow > store_.size()) return false;
+  const uint8_t* bytes = store_.Window(position);
+  uint32_t delta;
+  uint32_t length;
+  if (bytes[0] < 0x80) {
+    delta = bytes[0];
+    length = 1;
+  } else if (bytes[1] < 0x80) {
+    delta = (bytes[0] & 0x7Fu) << 7 | bytes[1];
+    length = 2;
+  } else {
+    return false;
+  }
+  const uint32_t statusAt = length;
+  uint8_t status = bytes[statusAt];
+  uint8_t firstData;
+  bool running = false;
+  if (status >= 0x80) {
+    if (status >= 0xF0) return false;
+    firstData = bytes[statusAt + 1];
+    length += 2;
+  } else {
+    if (runningStatus_ == 0) return false;
+    firstData = status;
+    status = runningStatus_;
+    running = true;
+    length += 1;
+  }
+  const int kind = status >> 4;
+  const bool secondData = kind != 0xC && kind != 0xD;
+  if (secondData) ++length;
+
+  readPos_ += length;
+  chunkConsumed_ += length;
+  totalConsumed_ += length;
+  lastByte_ = bytes[length - 1];
+  lastVarLen_ = static_cast<int32_t>(delta);
+  if (!running) runningStatus_ = status;
+
+  const auto signedDelta = static_cast<int32_t>(delta);
+  if (signedDelta > 0 && RangeMarksPending()) MakeRangeMarks(signedDelta);
+  AdvanceTime(signedDelta);
+  ApplyChannelEvent(status, firstData, static_cast<int64_t>(position + statusAt), running,
+                    secondData, collect, drumEventsFound);
+  return true;
+}
+
+template <class Store>
 void BasicSmfReader<Store>::HandleChannelEvent(uint8_t status, uint8_t firstData,
                                                int64_t eventStart, bool running, bool collect,
                                                bool& drumEventsFound) {
   const int kind = status >> 4;
-  bool secondRead = false;
-  if (kind != 0xC && kind != 0xD) {
-    ReadByte();
-    secondRead = true;
-  }
+  const bool secondData = kind != 0xC && kind != 0xD;
+  if (secondData) ReadByte();
+  ApplyChannelEvent(status, firstData, eventStart, running, secondData, collect, drumEventsFound);
+}
+
+template <class Store>
+void BasicSmfReader<Store>::ApplyChannelEvent(uint8_t status, uint8_t firstData,
+                                              int64_t eventStart, bool running, bool secondData,
+                                              bool collect, bool& drumEventsFound) {
+  const int kind = status >> 4;
   if (collect && (status & 0x0F) == 9) {
     drumEventsFound = true;
     lastDrumMeasure_ = measure_;
@@ -179,7 +242,7 @@ void BasicSmfReader<Store>::HandleChannelEvent(uint8_t status, uint8_t firstData
   // Silenced in place: a note off on channel 10, key 0, velocity 64.
   writePos_ = eventStart;
   WriteByte(0x89);
-  if (!secondRead) InsertByte();
+  if (!secondData) InsertByte();
   writePos_ = eventStart + 1;
   WriteByte(0x00);
   WriteByte(0x40);

@@ -1,7 +1,8 @@
 // The edits done literally, in place: every insertion moves the whole tail
-// up by one byte, every cut moves it down. Slow and obviously right; the
-// differential test runs the reader over it and over the fast store and
-// demands the same bytes, size, diagnostics and results.
+// up by one byte, every cut moves it down, and every byte is read on its own.
+// Slow and obviously right; the differential test runs the reader over it and
+// over the fast store and demands the same bytes, size, diagnostics and
+// results.
 #pragma once
 
 #include <cstdint>
@@ -12,6 +13,9 @@ namespace rw::groove::testing {
 
 class LiteralStore {
  public:
+  // The reference reads every byte through ReadByte, as the text describes.
+  static constexpr bool kDecodeInWindow = false;
+
   LiteralStore(uint8_t* buffer, uint64_t* size, uint64_t capacity)
       : buffer_(buffer), size_(size), capacity_(capacity) {}
 
