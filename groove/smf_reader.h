@@ -171,11 +171,20 @@ class BasicSmfReader {
   void MakeRangeMark(int32_t target);
   void InsertMark(const TimeMark& mark);
   void SkipSysEx();
-  bool ReadChannelEventInWindow(bool collect, bool& drumEventsFound);
+  bool ReadChannelEventsInWindow(bool collect, bool& drumEventsFound);
   void HandleChannelEvent(uint8_t status, uint8_t firstData, int64_t eventStart, bool running,
                           bool collect, bool& drumEventsFound);
-  void ApplyChannelEvent(uint8_t status, uint8_t firstData, int64_t eventStart, bool running,
-                         bool secondData, bool collect, bool& drumEventsFound);
+  void RecordDrumEvent(int kind, uint8_t key, bool& drumEventsFound) {
+    drumEventsFound = true;
+    lastDrumMeasure_ = measure_;
+    lastDrumTick_ = tickInMeasure_;
+    if (kind == 9 || kind == 8) {  // note on (velocity 0 included) or note off
+      if (key > highestKey_) highestKey_ = key;
+      if (key < lowestKey_) lowestKey_ = key;
+      keyFlags_[key] = 1;
+    }
+  }
+  void SilenceEvent(int64_t eventStart, bool secondData);
   enum class MetaOutcome { kNext, kEndOfTrack, kFail };
   MetaOutcome HandleMetaEvent(uint8_t type, int32_t track);
   void SetTimeSignature(uint8_t numerator, uint8_t denominatorPower);

@@ -44,7 +44,7 @@ bool BasicSmfReader<Store>::ParseTrack(int32_t track, bool& drumEventsFound, boo
 
   while (chunkConsumed_ < chunkLength_) {
     if constexpr (Store::kDecodeInWindow) {
-      if (ReadChannelEventInWindow(collect, drumEventsFound)) continue;
+      if (ReadChannelEventsInWindow(collect, drumEventsFound)) continue;
     }
 
     const int32_t delta = ReadVarLen();
@@ -101,8 +101,13 @@ void BasicSmfReader<Store>::AdvanceTime(int32_t delta) {
   absoluteTime_ = detail::Wrap32(static_cast<int64_t>(absoluteTime_) + delta);
   int64_t tick = static_cast<int64_t>(tickInMeasure_) + delta;
   if (tick >= ticksPerMeasure_) {
-    measure_ = detail::Wrap32(measure_ + tick / ticksPerMeasure_);
-    tick %= ticksPerMeasure_;
+    if (tick < 2 * static_cast<int64_t>(ticksPerMeasure_)) {  // the usual single step
+      measure_ = detail::Wrap32(static_cast<int64_t>(measure_) + 1);
+      tick -= ticksPerMeasure_;
+    } else {
+      measure_ = detail::Wrap32(measure_ + tick / ticksPerMeasure_);
+      tick %= ticksPerMeasure_;
+    }
   }
   tickInMeasure_ = detail::Wrap32(tick);
 }
@@ -158,57 +163,67 @@ void BasicSmfReader<Store>::SkipSysEx() {
 }
 
 template <class Store>
-bool BasicSmfReader<Store>::ReadChannelEventInWindow(bool collect, bool& drumEventsFound) {
-  // The common event (short delta, channel message, fully inside the data)
-  // decoded straight from the buffer. Nothing in it can read past the end,
-  // so the per-byte bookkeeping of ReadByte is done once for the event.
+bool BasicSmfReader<Store>::ReadChannelEventsInWindow(bool collect, bool& drumEventsFound) {
+  // The common events (short delta, channel message, wholly inside the data)
+  // decoded straight from the buffer, one after another. Nothing in them can
+  // read past the end, so the per-byte bookkeeping of ReadByte is done once
+  // per event with the same result.
   constexpr uint64_t kWindow = 8;
-  const auto position = static_cast<uint64_t>(readPos_);
-  if (position + kWindow > store_.size()) return false;
-  const uint8_t* bytes = store_.Window(position);
-  uint32_t delta;
-  uint32_t length;
-  if (bytes[0] < 0x80) {
-    delta = bytes[0];
-    length = 1;
-  } else if (bytes[1] < 0x80) {
-    delta = (bytes[0] & 0x7Fu) << 7 | bytes[1];
-    length = 2;
-  } else {
-    return false;
-  }
-  const uint32_t statusAt = length;
-  uint8_t status = bytes[statusAt];
-  uint8_t firstData;
-  bool running = false;
-  if (status >= 0x80) {
-    if (status >= 0xF0) return false;
-    firstData = bytes[statusAt + 1];
-    length += 2;
-  } else {
-    if (runningStatus_ == 0) return false;
-    firstData = status;
-    status = runningStatus_;
-    running = true;
-    length += 1;
-  }
-  const int kind = status >> 4;
-  const bool secondData = kind != 0xC && kind != 0xD;
-  if (secondData) ++length;
+  bool any = false;
+  do {
+    const auto position = static_cast<uint64_t>(readPos_);
+    if (position + kWindow > store_.size()) break;
+    const uint8_t* bytes = store_.Window(position);
+    uint32_t delta;
+    uint32_t length;
+    if (bytes[0] < 0x80) {
+      delta = bytes[0];
+      length = 1;
+    } else if (bytes[1] < 0x80) {
+      delta = (bytes[0] & 0x7Fu) << 7 | bytes[1];
+      length = 2;
+    } else {
+      break;
+    }
+    const uint32_t statusAt = length;
+    uint8_t status = bytes[statusAt];
+    uint8_t firstData;
+    bool running = false;
+    if (status >= 0x80) {
+      if (status >= 0xF0) break;
+      firstData = bytes[statusAt + 1];
+      length += 2;
+    } else {
+      if (runningStatus_ == 0) break;
+      firstData = status;
+      status = runningStatus_;
+      running = true;
+      length += 1;
+    }
+    const int kind = status >> 4;
+    const bool secondData = kind != 0xC && kind != 0xD;
+    if (secondData) ++length;
 
-  readPos_ += length;
-  chunkConsumed_ += length;
-  totalConsumed_ += length;
-  lastByte_ = bytes[length - 1];
-  lastVarLen_ = static_cast<int32_t>(delta);
-  if (!running) runningStatus_ = status;
+    readPos_ = static_cast<int64_t>(position + length);
+    chunkConsumed_ += length;
+    totalConsumed_ += length;
+    lastByte_ = bytes[length - 1];
+    lastVarLen_ = static_cast<int32_t>(delta);
+    if (!running) runningStatus_ = status;
+    any = true;
 
-  const auto signedDelta = static_cast<int32_t>(delta);
-  if (signedDelta > 0 && RangeMarksPending()) MakeRangeMarks(signedDelta);
-  AdvanceTime(signedDelta);
-  ApplyChannelEvent(status, firstData, static_cast<int64_t>(position + statusAt), running,
-                    secondData, collect, drumEventsFound);
-  return true;
+    if (delta > 0) {
+      const auto signedDelta = static_cast<int32_t>(delta);
+      if (RangeMarksPending()) MakeRangeMarks(signedDelta);
+      AdvanceTime(signedDelta);
+    }
+    if (collect && (status & 0x0F) == 9) {
+      RecordDrumEvent(kind, firstData, drumEventsFound);
+    } else if (!running) {
+      SilenceEvent(static_cast<int64_t>(position + statusAt), secondData);
+    }
+  } while (chunkConsumed_ < chunkLength_);
+  return any;
 }
 
 template <class Store>
@@ -218,28 +233,18 @@ void BasicSmfReader<Store>::HandleChannelEvent(uint8_t status, uint8_t firstData
   const int kind = status >> 4;
   const bool secondData = kind != 0xC && kind != 0xD;
   if (secondData) ReadByte();
-  ApplyChannelEvent(status, firstData, eventStart, running, secondData, collect, drumEventsFound);
+  if (collect && (status & 0x0F) == 9) {
+    RecordDrumEvent(kind, firstData, drumEventsFound);
+  } else if (!running) {
+    // Events in running status are left alone: after the rewrite they follow
+    // the status 0x89 and read as note offs on channel 10 too.
+    SilenceEvent(eventStart, secondData);
+  }
 }
 
 template <class Store>
-void BasicSmfReader<Store>::ApplyChannelEvent(uint8_t status, uint8_t firstData,
-                                              int64_t eventStart, bool running, bool secondData,
-                                              bool collect, bool& drumEventsFound) {
-  const int kind = status >> 4;
-  if (collect && (status & 0x0F) == 9) {
-    drumEventsFound = true;
-    lastDrumMeasure_ = measure_;
-    lastDrumTick_ = tickInMeasure_;
-    if (kind == 9 || kind == 8) {
-      const int32_t key = firstData;
-      if (key > highestKey_) highestKey_ = key;
-      if (key < lowestKey_) lowestKey_ = key;
-      keyFlags_[firstData] = 1;
-    }
-    return;
-  }
-  if (running) return;  // follows the rewritten status: reads as a note off on channel 10
-  // Silenced in place: a note off on channel 10, key 0, velocity 64.
+void BasicSmfReader<Store>::SilenceEvent(int64_t eventStart, bool secondData) {
+  // A note off on channel 10, key 0, velocity 64, written over the event.
   writePos_ = eventStart;
   WriteByte(0x89);
   if (!secondData) InsertByte();
