@@ -1,6 +1,5 @@
 #include "groove_report.h"
 
-#include <algorithm>
 #include <nlohmann/json.hpp>
 #include <sstream>
 
@@ -24,16 +23,10 @@ class CollectingSink : public groove::DiagnosticSink {
 
 }  // namespace
 
-GrooveInspection InspectGroove(const std::vector<uint8_t>& file) {
+GrooveInspection InspectGroove(GrooveFile& file) {
   GrooveInspection result;
-  const uint64_t capacity = uint64_t{2} * file.size();
-  // Not zero-filled: only the file's bytes are ever read.
-  auto buffer = std::make_unique_for_overwrite<uint8_t[]>(capacity);
-  std::copy(file.begin(), file.end(), buffer.get());
-  uint64_t size = file.size();
-
   CollectingSink sink(result.alerts);
-  groove::SmfReader reader(buffer.get(), &size, capacity, sink);
+  groove::SmfReader reader(file.buffer.get(), &file.size, file.capacity, sink);
   try {
     result.pattern = groove::LoadGroove(reader, 0);
     result.loaded = result.pattern.loaded;
@@ -54,11 +47,11 @@ GrooveInspection InspectGroove(const std::vector<uint8_t>& file) {
   }
   result.lowestKey = reader.lowestDrumKey();
   result.highestKey = reader.highestDrumKey();
-  result.filtered.assign(buffer.get(), buffer.get() + size);
+  result.filteredSize = file.size;
 
   const groove::TimeMark& meter = result.pattern.timeSignature;
   if (result.loaded && result.tracks >= 2 && (meter.numerator != 4 || meter.denominator != 4)) {
-    const auto hasMeter = SecondTrackHasTimeSignature(result.filtered.data(), result.filtered.size());
+    const auto hasMeter = SecondTrackHasTimeSignature(file.buffer.get(), file.size);
     result.drumTrackLacksMeter = hasMeter.has_value() && !*hasMeter;
   }
   return result;
@@ -85,7 +78,7 @@ std::string JsonReport(const GrooveInspection& r) {
   json["keys_used"] = r.keysUsed;
   json["lowest_key"] = r.lowestKey;
   json["highest_key"] = r.highestKey;
-  json["size"] = r.filtered.size();
+  json["size"] = r.filteredSize;
   return json.dump(2) + "\n";
 }
 

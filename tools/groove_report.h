@@ -10,6 +10,14 @@
 
 namespace rw::tools {
 
+// A groove file read whole into a buffer of twice its size, as the plug-in
+// reads it; the reader filters it in place.
+struct GrooveFile {
+  std::unique_ptr<uint8_t[]> buffer;
+  uint64_t size = 0;
+  uint64_t capacity = 0;
+};
+
 struct GrooveInspection {
   bool loaded = false;
   bool rangeCheckFailure = false;
@@ -22,12 +30,13 @@ struct GrooveInspection {
   std::vector<int> keysUsed;
   int32_t lowestKey = 127;
   int32_t highestKey = 0;
-  std::vector<uint8_t> filtered;  // the buffer's bytes as the reader left them
+  uint64_t filteredSize = 0;  // bytes the reader left in the buffer
   bool drumTrackLacksMeter = false;  // a separate drum track without a time signature
 };
 
-// Runs the reader over a copy of `file` in a buffer of twice its size.
-GrooveInspection InspectGroove(const std::vector<uint8_t>& file);
+// Runs the reader over the file; afterwards the buffer holds the filtered
+// file and `file.size` its size.
+GrooveInspection InspectGroove(GrooveFile& file);
 
 std::string JsonReport(const GrooveInspection& inspection);
 std::string TextReport(const std::string& name, const GrooveInspection& inspection);

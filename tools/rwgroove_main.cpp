@@ -5,10 +5,9 @@
 //   rwgroove filter IN OUT [--json]
 //
 // Exit status: 0 loaded, 1 not loaded, 2 usage or I/O error.
-#include <cstdio>
 #include <fstream>
 #include <iostream>
-#include <iterator>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -28,7 +27,8 @@ int Usage() {
   return kUsageOrIo;
 }
 
-bool ReadWholeFile(const std::string& path, std::vector<uint8_t>& bytes) {
+// Reads the file whole into a buffer of twice its size, as the plug-in does.
+bool ReadWholeFile(const std::string& path, rw::tools::GrooveFile& file) {
   std::ifstream in(path, std::ios::binary | std::ios::ate);
   if (!in) {
     std::cerr << "rwgroove: cannot open " << path << "\n";
@@ -40,18 +40,22 @@ bool ReadWholeFile(const std::string& path, std::vector<uint8_t>& bytes) {
               << kMaxFileSize << " bytes\n";
     return false;
   }
-  bytes.resize(static_cast<std::size_t>(size));
+  file.size = static_cast<uint64_t>(size);
+  file.capacity = 2 * file.size;
+  // Not zero-filled: the reader never reads beyond the file's bytes.
+  file.buffer = std::make_unique_for_overwrite<uint8_t[]>(file.capacity);
   in.seekg(0);
-  if (!in.read(reinterpret_cast<char*>(bytes.data()), size)) {
+  if (!in.read(reinterpret_cast<char*>(file.buffer.get()), size)) {
     std::cerr << "rwgroove: cannot read " << path << "\n";
     return false;
   }
   return true;
 }
 
-bool WriteWholeFile(const std::string& path, const std::vector<uint8_t>& bytes) {
+bool WriteWholeFile(const std::string& path, const rw::tools::GrooveFile& file) {
   std::ofstream out(path, std::ios::binary | std::ios::trunc);
-  out.write(reinterpret_cast<const char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
+  out.write(reinterpret_cast<const char*>(file.buffer.get()),
+            static_cast<std::streamsize>(file.size));
   out.close();
   if (!out) {
     std::cerr << "rwgroove: cannot write " << path << "\n";
@@ -82,11 +86,11 @@ int main(int argc, char** argv) {
     return Usage();
   }
 
-  std::vector<uint8_t> file;
+  rw::tools::GrooveFile file;
   if (!ReadWholeFile(positional[1], file)) return kUsageOrIo;
   const rw::tools::GrooveInspection inspection = rw::tools::InspectGroove(file);
 
-  if (filter && inspection.loaded && !WriteWholeFile(positional[2], inspection.filtered)) {
+  if (filter && inspection.loaded && !WriteWholeFile(positional[2], file)) {
     return kUsageOrIo;
   }
   if (json) {
