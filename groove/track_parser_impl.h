@@ -212,11 +212,10 @@ bool BasicSmfReader<Store>::ReadChannelEventsInWindow(bool collect, bool& drumEv
     if (!running) runningStatus_ = status;
     any = true;
 
-    if (delta > 0) {
-      const auto signedDelta = static_cast<int32_t>(delta);
-      if (RangeMarksPending()) MakeRangeMarks(signedDelta);
-      AdvanceTime(signedDelta);
-    }
+    const auto signedDelta = static_cast<int32_t>(delta);
+    if (signedDelta > 0 && RangeMarksPending()) MakeRangeMarks(signedDelta);
+    // Even a zero delta: a meter set late can leave the tick beyond its measure.
+    AdvanceTime(signedDelta);
     if (collect && (status & 0x0F) == 9) {
       RecordDrumEvent(kind, firstData, drumEventsFound);
     } else if (!running) {

@@ -91,5 +91,15 @@ TEST(TheFastStoreMatchesLiteralEdits, WhenAnEventReadsBeyondItsChunk) {
   ExpectSameOutcome(file);
 }
 
+TEST(TheFastStoreMatchesLiteralEdits, WhenAMeterShrinksBelowTheTickWithinTheMeasure) {
+  // Two deltas that wrap the absolute time below 0 leave the tick at 960;
+  // a 1/4 meter is then accepted and a note at delta 0 still moves on.
+  const Bytes events = cat({{0x87, 0xFF, 0xFF, 0xFF, 0x7F, 0xFF, 0x01, 0x00}, vlq(833),
+                            {0xFF, 0x58, 0x04, 1, 2, 24, 8}, note(0, 0x99, 36, 1), kEndOfTrack});
+  ExpectSameOutcome(smf(0, 480, {events}));
+  Load load(smf(0, 480, {events}));
+  EXPECT_EQ(load.pattern.lastDrumTick, 0);
+}
+
 }  // namespace
 }  // namespace rw::groove::testing
