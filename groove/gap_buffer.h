@@ -37,11 +37,6 @@ class GapBuffer {
   // The bytes from `position` up to size(), contiguous; front_ <= position.
   const uint8_t* Window(uint64_t position) const { return tail_ + position; }
 
-  // Logical byte `position` anywhere below size(); for tests and tools.
-  uint8_t Peek(uint64_t position) const {
-    return position < front_ ? buffer_[position] : tail_[position];
-  }
-
   void Put(uint64_t position, uint8_t value) {
     if (position < front_) {  // the usual case: behind the reader, after an edit
       buffer_[position] = value;

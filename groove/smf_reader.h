@@ -127,7 +127,6 @@ class BasicSmfReader {
 
   // --- State, for the caller and the tests ----------------------------------
 
-  const Store& store() const { return store_; }
   int64_t readPosition() const { return readPos_; }
   int64_t writePosition() const { return writePos_; }
   void SetWritePosition(int64_t position) { writePos_ = position; }
@@ -139,7 +138,6 @@ class BasicSmfReader {
   int64_t chunkConsumed() const { return chunkConsumed_; }
   uint8_t lastByte() const { return lastByte_; }
   int32_t lastVarLen() const { return lastVarLen_; }
-  int diagnosticsShown() const { return diagnosticsShown_; }
 
   int32_t format() const { return format_; }
   int32_t trackCount() const { return trackCount_; }

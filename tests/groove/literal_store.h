@@ -22,7 +22,6 @@ class LiteralStore {
   uint64_t size() const { return *size_; }
   uint64_t capacity() const { return capacity_; }
   uint8_t Get(uint64_t position) const { return buffer_[position]; }
-  uint8_t Peek(uint64_t position) const { return buffer_[position]; }
 
   void Put(uint64_t position, uint8_t value) {
     if (position >= capacity_) throw RangeCheckError("write outside the buffer");
