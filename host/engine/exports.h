@@ -7,7 +7,13 @@
 #include "cantel/cantel.h"
 #include "cantel_engine/document.h"
 
+#if defined(_WIN32)
+// Listed in the engine's module-definition file instead, so that a build
+// can leave some out.
+#define CX_EXPORT extern "C"
+#else
 #define CX_EXPORT extern "C" CANTEL_ENGINE_API
+#endif
 
 // Each definition must have exactly the interface's type.
 #define CX_CHECK_SIGNATURE(name) \

@@ -1,5 +1,9 @@
 #include "scenario.h"
 
+#if defined(_WIN32)
+#include <windows.h>
+#endif
+
 #include <algorithm>
 #include <cstdlib>
 #include <fstream>
@@ -321,6 +325,13 @@ void apply_language(const Scenario& scenario) {
   if (language == "pl") locale = "pl_PL.UTF-8";
   if (language == "sv") locale = "sv_SE.UTF-8";
 #if defined(_WIN32)
+  // Windows picks a module's resources by the thread's UI language.
+  LANGID id = MAKELANGID(LANG_ENGLISH, SUBLANG_ENGLISH_US);
+  if (language == "ja") id = MAKELANGID(LANG_JAPANESE, SUBLANG_DEFAULT);
+  if (language == "pl") id = MAKELANGID(LANG_POLISH, SUBLANG_DEFAULT);
+  if (language == "sv") id = MAKELANGID(LANG_SWEDISH, SUBLANG_SWEDISH);
+  SetThreadUILanguage(id);
+  SetThreadLocale(MAKELCID(id, SORT_DEFAULT));
   _putenv_s("LC_ALL", locale.c_str());
 #else
   setenv("LC_ALL", locale.c_str(), 1);
