@@ -57,7 +57,8 @@ class GapBuffer {
 
   // Opens one zero byte at `position` (the read position).
   void Insert(uint64_t position) {
-    if (size_ >= capacity_ || position > size_) throw RangeCheckError("insertion outside the buffer");
+    if (size_ >= capacity_ || position > size_)
+      throw RangeCheckError("insertion outside the buffer");
     if (!parked_) {
       Park(position);
     } else if (position != front_) {

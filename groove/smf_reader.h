@@ -162,9 +162,7 @@ class BasicSmfReader {
   // Track parsing helpers.
   void ResetTrackState(int32_t track);
   void AdvanceTime(int32_t delta);
-  bool RangeMarksPending() const {
-    return (firstMeasure_ > 1 && !startMarkDone_) || !endMarkDone_;
-  }
+  bool RangeMarksPending() const { return (firstMeasure_ > 1 && !startMarkDone_) || !endMarkDone_; }
   void MakeRangeMarks(int32_t delta);
   void MakeRangeMark(int32_t target);
   void InsertMark(const TimeMark& mark);

@@ -27,8 +27,7 @@ void TimeMarkList::Insert(const TimeMark& mark) {
   // The list is sorted, so the walk's stop (first later mark or first closing
   // mark) is whichever of the two comes first.
   Set::iterator stop = marks_.upper_bound(mark);
-  const bool stopsAtClosing =
-      hasClosing && firstClosing_->absoluteTick <= mark.absoluteTick;
+  const bool stopsAtClosing = hasClosing && firstClosing_->absoluteTick <= mark.absoluteTick;
   if (stopsAtClosing) stop = firstClosing_;
   if (stop->absoluteTick < mark.absoluteTick) return;  // after a closing mark: dropped
   inserted = marks_.insert(stop, mark);

@@ -13,7 +13,7 @@ namespace rw::groove {
 struct TimeMark {
   int32_t absoluteTick = 0;
   int32_t measure = 0;
-  int32_t beat = 0;  // 1-based when the position falls on a beat, else 0
+  int32_t beat = 0;   // 1-based when the position falls on a beat, else 0
   int32_t tempo = 0;  // microseconds per quarter note; 0 when the mark holds none
   int32_t tickInMeasure = 0;
   int32_t positionInMeasure = 0;  // in 1/1024 beats

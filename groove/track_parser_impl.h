@@ -253,8 +253,8 @@ void BasicSmfReader<Store>::SilenceEvent(int64_t eventStart, bool secondData) {
 }
 
 template <class Store>
-typename BasicSmfReader<Store>::MetaOutcome BasicSmfReader<Store>::HandleMetaEvent(
-    uint8_t type, int32_t track) {
+typename BasicSmfReader<Store>::MetaOutcome BasicSmfReader<Store>::HandleMetaEvent(uint8_t type,
+                                                                                   int32_t track) {
   const int32_t length = ReadVarLen();
   if (static_cast<uint32_t>(length) > static_cast<uint32_t>(kMaxMetaLength)) {
     throw RangeCheckError("meta event longer than 1024 bytes");

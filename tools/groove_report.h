@@ -30,7 +30,7 @@ struct GrooveInspection {
   std::vector<int> keysUsed;
   int32_t lowestKey = 127;
   int32_t highestKey = 0;
-  uint64_t filteredSize = 0;  // bytes the reader left in the buffer
+  uint64_t filteredSize = 0;         // bytes the reader left in the buffer
   bool drumTrackLacksMeter = false;  // a separate drum track without a time signature
 };
 

@@ -98,8 +98,7 @@ int main(int argc, char** argv) {
   } else {
     std::cout << rw::tools::TextReport(positional[1], inspection);
     if (filter) {
-      std::cout << (inspection.loaded ? "  wrote " + positional[2] + "\n"
-                                      : "  nothing written\n");
+      std::cout << (inspection.loaded ? "  wrote " + positional[2] + "\n" : "  nothing written\n");
     }
   }
   return inspection.loaded ? kLoaded : kNotLoaded;

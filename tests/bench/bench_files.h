@@ -42,7 +42,7 @@ inline Bytes OrdinaryFile(std::size_t bytes) {
   std::size_t field = OpenTrack(out);
   out.insert(out.end(), {0x00, 0xFF, 0x51, 0x03, 0x07, 0xA1, 0x20,        // 120 BPM
                          0x00, 0xFF, 0x58, 0x04, 0x04, 0x02, 0x18, 0x08,  // 4/4
-                         0x00, 0xFF, 0x03, 0x05, 'G', 'r', 'o', 'o', 'v'});
+                         0x00, 0xFF, 0x03, 0x05, 'G',  'r',  'o',  'o',  'v'});
   CloseTrack(out, field);
 
   const std::size_t bassEnd = out.size() + bytes * 35 / 100;

@@ -14,7 +14,7 @@ int main(int argc, char** argv) {
   }
   const std::size_t bytes = std::size_t(std::atol(argv[3])) << 20;
   const auto file = std::strcmp(argv[2], "worst") == 0 ? rw::groove::bench::WorstCaseFile(bytes)
-                                                        : rw::groove::bench::OrdinaryFile(bytes);
+                                                       : rw::groove::bench::OrdinaryFile(bytes);
   std::ofstream out(argv[1], std::ios::binary);
   out.write(reinterpret_cast<const char*>(file.data()), std::streamsize(file.size()));
   return out ? 0 : 1;

@@ -13,7 +13,8 @@ namespace {
 
 void Save(const std::filesystem::path& dir, int index, const Bytes& bytes) {
   std::ofstream out(dir / ("seed-" + std::to_string(index) + ".mid"), std::ios::binary);
-  out.write(reinterpret_cast<const char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
+  out.write(reinterpret_cast<const char*>(bytes.data()),
+            static_cast<std::streamsize>(bytes.size()));
 }
 
 }  // namespace
@@ -28,9 +29,11 @@ int main(int argc, char** argv) {
   int index = 0;
   const Bytes kick = note(0, 0x99, 36, 100);
   Save(dir, index++, smf(0, 480, {cat({kick, kEndOfTrack})}));
-  Save(dir, index++, smf(1, 480, {cat({tempo(0, 500000), timeSignature(0, 6, 3), kEndOfTrack}),
-                                  cat({{0x00, 0xC0, 0x05}, note(0, 0x90, 60, 1), kEndOfTrack}),
-                                  cat({kick, note(240, 0x89, 36, 0), kEndOfTrack})}));
+  Save(dir, index++,
+       smf(1, 480,
+           {cat({tempo(0, 500000), timeSignature(0, 6, 3), kEndOfTrack}),
+            cat({{0x00, 0xC0, 0x05}, note(0, 0x90, 60, 1), kEndOfTrack}),
+            cat({kick, note(240, 0x89, 36, 0), kEndOfTrack})}));
   Save(dir, index++, smf(0, 0xE728, {cat({{0x00, 0xF0, 0x05, 1, 2, 3, 4, 0xF7}, kick})}));
   SmfGenerator generator(1);
   for (int i = 0; i < 200; ++i) Save(dir, index++, generator.File());

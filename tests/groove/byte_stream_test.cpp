@@ -9,7 +9,8 @@ namespace {
 
 struct Cursor {
   explicit Cursor(const Bytes& bytes)
-      : buffer(bytes.size() * 2), size(bytes.size()),
+      : buffer(bytes.size() * 2),
+        size(bytes.size()),
         reader(buffer.data(), &size, buffer.size(), sink) {
     std::copy(bytes.begin(), bytes.end(), buffer.begin());
   }
@@ -51,7 +52,8 @@ TEST(ReadsPastTheEnd, AlertOncePerByteAndReadZeroWithoutMoving) {
   EXPECT_EQ(c.reader.readPosition(), 1);
   EXPECT_EQ(c.reader.ReadByte(), 0);
   EXPECT_EQ(c.reader.chunkConsumed(), 3);  // past-the-end reads still count as consumed
-  EXPECT_EQ(c.sink.shown, (std::vector<std::string>(2, "Parsing error - trying to read beyond EOF.")));
+  EXPECT_EQ(c.sink.shown,
+            (std::vector<std::string>(2, "Parsing error - trying to read beyond EOF.")));
 }
 
 TEST(ReadsPastTheEnd, A17thDiagnosticEndsTheLoadInstead) {

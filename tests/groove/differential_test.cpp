@@ -77,7 +77,8 @@ TEST(TheFastStoreMatchesLiteralEdits, OnRandomBytes) {
 
 TEST(TheFastStoreMatchesLiteralEdits, WhenTracksAreCutAfterEdits) {
   // Every track grows before it is cut; the drum track's edits stay.
-  const Bytes silenced = cat({{0x00, 0xC3, 0x01, 0x00, 0xD3, 0x02}, note(10, 0x93, 60, 1), kEndOfTrack});
+  const Bytes silenced =
+      cat({{0x00, 0xC3, 0x01, 0x00, 0xD3, 0x02}, note(10, 0x93, 60, 1), kEndOfTrack});
   const Bytes drums = cat({{0x00, 0xC1, 0x05}, note(0, 0x99, 36, 100), kEndOfTrack});
   ExpectSameOutcome(smf(1, 480, {silenced, silenced, drums, silenced, drums, silenced}));
   ExpectSameOutcome(smf(1, 480, {drums, silenced, silenced}));
@@ -85,8 +86,11 @@ TEST(TheFastStoreMatchesLiteralEdits, WhenTracksAreCutAfterEdits) {
 
 TEST(TheFastStoreMatchesLiteralEdits, WhenAnEventReadsBeyondItsChunk) {
   // A one-byte chunk whose event runs into the next chunk, then a skip back.
-  const Bytes file = cat({header(1, 3, 480), track(cat({note(0, 0x99, 36, 1), kEndOfTrack})),
-                          {'M', 'T', 'r', 'k'}, be32(1), {0x00, 0xC0, 0x01},
+  const Bytes file = cat({header(1, 3, 480),
+                          track(cat({note(0, 0x99, 36, 1), kEndOfTrack})),
+                          {'M', 'T', 'r', 'k'},
+                          be32(1),
+                          {0x00, 0xC0, 0x01},
                           track(cat({note(0, 0x99, 38, 1), kEndOfTrack}))});
   ExpectSameOutcome(file);
 }
@@ -94,8 +98,11 @@ TEST(TheFastStoreMatchesLiteralEdits, WhenAnEventReadsBeyondItsChunk) {
 TEST(TheFastStoreMatchesLiteralEdits, WhenAMeterShrinksBelowTheTickWithinTheMeasure) {
   // Two deltas that wrap the absolute time below 0 leave the tick at 960;
   // a 1/4 meter is then accepted and a note at delta 0 still moves on.
-  const Bytes events = cat({{0x87, 0xFF, 0xFF, 0xFF, 0x7F, 0xFF, 0x01, 0x00}, vlq(833),
-                            {0xFF, 0x58, 0x04, 1, 2, 24, 8}, note(0, 0x99, 36, 1), kEndOfTrack});
+  const Bytes events = cat({{0x87, 0xFF, 0xFF, 0xFF, 0x7F, 0xFF, 0x01, 0x00},
+                            vlq(833),
+                            {0xFF, 0x58, 0x04, 1, 2, 24, 8},
+                            note(0, 0x99, 36, 1),
+                            kEndOfTrack});
   ExpectSameOutcome(smf(0, 480, {events}));
   Load load(smf(0, 480, {events}));
   EXPECT_EQ(load.pattern.lastDrumTick, 0);

@@ -17,9 +17,9 @@ GroovePattern Pattern(int32_t lastMeasure, int32_t lastTick, int32_t ticksPerMea
 }
 
 TEST(TheGrooveLength, DropsALastMeasureUsedOnlyInItsFirst70Percent) {
-  EXPECT_EQ(GrooveMeasures(Pattern(5, 960)), 4);    // 50 percent
-  EXPECT_EQ(GrooveMeasures(Pattern(5, 1343)), 4);   // 69.9 percent
-  EXPECT_EQ(GrooveMeasures(Pattern(5, 1344)), 5);   // exactly 70 percent
+  EXPECT_EQ(GrooveMeasures(Pattern(5, 960)), 4);   // 50 percent
+  EXPECT_EQ(GrooveMeasures(Pattern(5, 1343)), 4);  // 69.9 percent
+  EXPECT_EQ(GrooveMeasures(Pattern(5, 1344)), 5);  // exactly 70 percent
   EXPECT_EQ(GrooveMeasures(Pattern(5, 1919)), 5);
 }
 
@@ -41,7 +41,8 @@ TEST(TheGrooveLength, IsComputedWithoutOverflow) {
 TEST(TheGrooveLength, OfALoadedFourBarGrooveWithAPickUpStroke) {
   // Four bars of kicks, then a crash at 50 percent of bar 5.
   Bytes events;
-  for (int bar = 0; bar < 4; ++bar) events = cat({events, note(bar == 0 ? 0 : 1920, 0x99, 36, 100)});
+  for (int bar = 0; bar < 4; ++bar)
+    events = cat({events, note(bar == 0 ? 0 : 1920, 0x99, 36, 100)});
   events = cat({events, note(1920 + 960, 0x99, 49, 100), kEndOfTrack});
   Load load(smf(0, 480, {events}));
   EXPECT_EQ(load.pattern.lastDrumMeasure, 5);

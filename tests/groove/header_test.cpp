@@ -24,11 +24,12 @@ TEST(TheHeaderIsChecked, ALengthBelowSixFails) {
 }
 
 TEST(TheHeaderIsChecked, ExtraHeaderBytesAreSkippedWithOneWarning) {
-  Load load(cat({chunk("MThd", cat({be16(0), be16(1), be16(480), {0xAB, 0xCD}})),
-                 track(kDrumTrack)}));
+  Load load(
+      cat({chunk("MThd", cat({be16(0), be16(1), be16(480), {0xAB, 0xCD}})), track(kDrumTrack)}));
   EXPECT_TRUE(load.pattern.loaded);
-  EXPECT_EQ(load.alerts(),
-            Alerts{"Header longer than version defined in Midi Specs 1.0 - additinal bytes ignored."});
+  EXPECT_EQ(
+      load.alerts(),
+      Alerts{"Header longer than version defined in Midi Specs 1.0 - additinal bytes ignored."});
   EXPECT_EQ(load.pattern.division, 480);
 }
 

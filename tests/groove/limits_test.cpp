@@ -48,8 +48,11 @@ TEST(ABrokenFile, ThatSkipsPastItsEndAndIsCutLosesTheMissingBytesToo) {
   // Track 2 claims 10 bytes and holds 4 (its end-of-track): the skip goes 6
   // past the end, and the cut lowers the size by the whole 18-byte distance,
   // eating into track 1. A literal in-place cut does the same.
-  const Bytes file = cat({header(1, 2, 480), track(cat({note(0, 0x99, 36, 1), kEndOfTrack})),
-                          {'M', 'T', 'r', 'k'}, be32(10), kEndOfTrack});
+  const Bytes file = cat({header(1, 2, 480),
+                          track(cat({note(0, 0x99, 36, 1), kEndOfTrack})),
+                          {'M', 'T', 'r', 'k'},
+                          be32(10),
+                          kEndOfTrack});
   Load load(file);
   EXPECT_TRUE(load.pattern.loaded);
   EXPECT_EQ(load.size(), file.size() - 18);

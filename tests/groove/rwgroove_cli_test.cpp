@@ -62,18 +62,18 @@ const Bytes kDrums = cat({note(0, 0x99, 36, 100), note(480, 0x99, 38, 100),
                           note(1440 + 480, 0x99, 90, 100), kEndOfTrack});
 
 TEST_F(RwgrooveCli, InspectReportsEveryKeyInJson) {
-  const ToolRun run = Rwgroove("inspect " + Write("g.mid", smf(1, 480, {kConductor, kPiano, kDrums})) +
-                           " --json");
+  const ToolRun run =
+      Rwgroove("inspect " + Write("g.mid", smf(1, 480, {kConductor, kPiano, kDrums})) + " --json");
   ASSERT_EQ(run.exitCode, 0);
   const auto json = nlohmann::json::parse(run.out);
   std::vector<std::string> keys;
   for (const auto& item : json.items()) keys.push_back(item.key());
   std::sort(keys.begin(), keys.end());
-  EXPECT_EQ(keys, (std::vector<std::string>{
-                      "alerts", "division", "drum_notes_found", "failure", "format",
-                      "groove_measures", "highest_key", "keys_used", "last_drum_measure",
-                      "last_drum_tick", "loaded", "lowest_key", "size", "tempo_bpm",
-                      "time_signature", "tracks"}));
+  EXPECT_EQ(keys,
+            (std::vector<std::string>{"alerts", "division", "drum_notes_found", "failure", "format",
+                                      "groove_measures", "highest_key", "keys_used",
+                                      "last_drum_measure", "last_drum_tick", "loaded", "lowest_key",
+                                      "size", "tempo_bpm", "time_signature", "tracks"}));
   EXPECT_EQ(json["loaded"], true);
   EXPECT_TRUE(json["failure"].is_null());
   EXPECT_EQ(json["tracks"], 2);
@@ -121,8 +121,8 @@ TEST_F(RwgrooveCli, ARangeCheckFailureIsReportedAsSuch) {
 
 TEST_F(RwgrooveCli, FilterWritesTheDrumsOnlyFileOnlyWhenLoaded) {
   const std::string out = (dir_ / "out.mid").string();
-  const ToolRun run = Rwgroove("filter " + Write("g.mid", smf(1, 480, {kConductor, kPiano, kDrums})) +
-                           " " + out);
+  const ToolRun run =
+      Rwgroove("filter " + Write("g.mid", smf(1, 480, {kConductor, kPiano, kDrums})) + " " + out);
   ASSERT_EQ(run.exitCode, 0);
   EXPECT_EQ(ReadBack(out), smf(1, 480, {kConductor, kDrums}));
 

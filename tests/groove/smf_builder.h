@@ -20,7 +20,9 @@ namespace rw::groove::testing {
 using Bytes = std::vector<uint8_t>;
 
 inline Bytes be16(uint32_t v) { return {uint8_t(v >> 8), uint8_t(v)}; }
-inline Bytes be32(uint32_t v) { return {uint8_t(v >> 24), uint8_t(v >> 16), uint8_t(v >> 8), uint8_t(v)}; }
+inline Bytes be32(uint32_t v) {
+  return {uint8_t(v >> 24), uint8_t(v >> 16), uint8_t(v >> 8), uint8_t(v)};
+}
 
 // MIDI variable-length quantity.
 inline Bytes vlq(uint32_t v) {
@@ -57,8 +59,9 @@ inline Bytes smf(uint16_t format, uint16_t division, std::initializer_list<Bytes
 
 // Common events, each with its delta time.
 inline Bytes tempo(uint32_t delta, uint32_t microseconds) {
-  return cat({vlq(delta), {0xFF, 0x51, 0x03, uint8_t(microseconds >> 16), uint8_t(microseconds >> 8),
-                           uint8_t(microseconds)}});
+  return cat({vlq(delta),
+              {0xFF, 0x51, 0x03, uint8_t(microseconds >> 16), uint8_t(microseconds >> 8),
+               uint8_t(microseconds)}});
 }
 inline Bytes timeSignature(uint32_t delta, uint8_t numerator, uint8_t denominatorPower) {
   return cat({vlq(delta), {0xFF, 0x58, 0x04, numerator, denominatorPower, 24, 8}});
@@ -78,11 +81,10 @@ template <class Store>
 class BasicLoad {
  public:
   explicit BasicLoad(const Bytes& file)
-      : buffer_(file.size() * 2 + (file.empty() ? 1 : 0)),
-        size_(file.size()) {
+      : buffer_(file.size() * 2 + (file.empty() ? 1 : 0)), size_(file.size()) {
     std::copy(file.begin(), file.end(), buffer_.begin());
-    reader_ = std::make_unique<BasicSmfReader<Store>>(buffer_.data(), &size_, uint64_t(file.size() * 2),
-                                                      sink_);
+    reader_ = std::make_unique<BasicSmfReader<Store>>(buffer_.data(), &size_,
+                                                      uint64_t(file.size() * 2), sink_);
     try {
       pattern = LoadGroove(*reader_, 0);
     } catch (const RangeCheckError&) {

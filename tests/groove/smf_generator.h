@@ -42,10 +42,12 @@ class SmfGenerator {
     const int count = Int(0, maxEvents);
     const bool drums = Chance(50);
     uint8_t running = 0;
-    if (Chance(40)) events = cat({{0x00, 0xFF, 0x58, 0x04, uint8_t(Int(1, 12)), uint8_t(Int(0, 5)), 24, 8}});
+    if (Chance(40))
+      events = cat({{0x00, 0xFF, 0x58, 0x04, uint8_t(Int(1, 12)), uint8_t(Int(0, 5)), 24, 8}});
     for (int i = 0; i < count; ++i) {
       const int delta = Pick({50, 30, 15, 5}) == 0 ? 0 : Int(0, Chance(90) ? 960 : 1 << 20);
-      events = cat({events, Chance(1) ? Bytes{0xFF, 0xFF, 0xFF, 0xFF, 0x7F} : vlq(uint32_t(delta))});
+      events =
+          cat({events, Chance(1) ? Bytes{0xFF, 0xFF, 0xFF, 0xFF, 0x7F} : vlq(uint32_t(delta))});
       switch (Pick({35, 15, 15, 8, 8, 1, 5, 4, 3, 3})) {
         case 0: {  // note on/off, drums on channel 10
           const uint8_t channel = drums && Chance(80) ? 9 : uint8_t(Int(0, 15));
@@ -63,7 +65,8 @@ class SmfGenerator {
             events.push_back(running);
           }
           events.push_back(uint8_t(Int(0, 127)));
-          if ((running >> 4) != 0xC && (running >> 4) != 0xD) events.push_back(uint8_t(Int(0, 127)));
+          if ((running >> 4) != 0xC && (running >> 4) != 0xD)
+            events.push_back(uint8_t(Int(0, 127)));
           break;
         case 2: {  // program change or channel pressure: grows by a byte
           const uint8_t status = uint8_t((Chance(50) ? 0xC0 : 0xD0) | Int(0, 15));
@@ -79,12 +82,14 @@ class SmfGenerator {
           break;
         }
         case 4:
-          events = cat({events, {0xFF, 0x51, 0x03, uint8_t(Int(0, 255)), uint8_t(Int(0, 255)),
-                                 uint8_t(Int(0, 255))}});
+          events = cat({events,
+                        {0xFF, 0x51, 0x03, uint8_t(Int(0, 255)), uint8_t(Int(0, 255)),
+                         uint8_t(Int(0, 255))}});
           break;
         case 5:  // a meter change: fails the load unless at tick 0
           if (Chance(80)) break;
-          events = cat({events, {0xFF, 0x58, 0x04, uint8_t(Int(1, 12)), uint8_t(Int(0, 5)), 24, 8}});
+          events =
+              cat({events, {0xFF, 0x58, 0x04, uint8_t(Int(1, 12)), uint8_t(Int(0, 5)), 24, 8}});
           break;
         case 6: {  // text
           const int length = Int(0, 20);
@@ -103,7 +108,8 @@ class SmfGenerator {
           events = cat({events, {0xFF, 0x54, 0x05, 1, 2, 3, 4, 5}});
           break;
         default:  // system common, counted as two data bytes
-          events = cat({events, {uint8_t(Int(0xF1, 0xFE)), uint8_t(Int(0, 127)), uint8_t(Int(0, 127))}});
+          events =
+              cat({events, {uint8_t(Int(0xF1, 0xFE)), uint8_t(Int(0, 127)), uint8_t(Int(0, 127))}});
           break;
       }
     }

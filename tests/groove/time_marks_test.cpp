@@ -68,7 +68,8 @@ TEST(MetaEvents, AnOffbeatTimeSignatureIsShiftedOntoBeatOne) {
   // A delta of -1 (five bytes, wrapping in 32 bits) puts the meter before the
   // start, off the beat.
   const Bytes events = cat({{0xFF, 0xFF, 0xFF, 0xFF, 0x7F, 0xFF, 0x58, 0x04, 3, 2, 24, 8},
-                            note(1440, 0x99, 36, 1), kEndOfTrack});
+                            note(1440, 0x99, 36, 1),
+                            kEndOfTrack});
   Load load(smf(0, 480, {events}));
   ASSERT_TRUE(load.pattern.loaded);
   EXPECT_EQ(load.alerts(), Alerts{"Invalid offbeat time signature specification found and "
@@ -81,7 +82,8 @@ TEST(MetaEvents, AnOffbeatTimeSignatureIsShiftedOntoBeatOne) {
 }
 
 TEST(MetaEvents, OfMoreThan1024BytesAreARangeCheckFailure) {
-  Load fits(smf(0, 480, {cat({{0x00, 0xFF, 0x01}, vlq(1024), Bytes(1024, 'x'), kKick, kEndOfTrack})}));
+  Load fits(
+      smf(0, 480, {cat({{0x00, 0xFF, 0x01}, vlq(1024), Bytes(1024, 'x'), kKick, kEndOfTrack})}));
   EXPECT_TRUE(fits.pattern.loaded);
   Load tooLong(smf(0, 480, {cat({{0x00, 0xFF, 0x01}, vlq(1025), Bytes(1025, 'x'), kEndOfTrack})}));
   EXPECT_TRUE(tooLong.rangeCheck);
@@ -122,8 +124,8 @@ TEST(TheMarkList, KeepsTickOrderWithEqualTicksInArrivalOrder) {
   list.Insert(Mark(100, false, 3));
   list.Insert(Mark(50, false, 4));
   list.Insert(Mark(0, false, 5));
-  EXPECT_EQ(TicksAndTempi(list),
-            (std::vector<std::pair<int32_t, int32_t>>{{0, 5}, {50, 2}, {50, 4}, {100, 1}, {100, 3}}));
+  EXPECT_EQ(TicksAndTempi(list), (std::vector<std::pair<int32_t, int32_t>>{
+                                     {0, 5}, {50, 2}, {50, 4}, {100, 1}, {100, 3}}));
 }
 
 TEST(TheMarkList, DropsWhatComesAfterAClosingMark) {
@@ -151,8 +153,8 @@ TEST(TheMarkList, StopsAtTheFirstClosingMarkEvenInTheMiddle) {
 }
 
 TEST(TheMarkList, ThroughALoadDropsTrackTwoMarksAfterTrackOneCloses) {
-  const Bytes conductor = {0x83, 0x60, 0xFF, 0x2F, 0x00};  // closes at tick 480
-  const Bytes drums = cat({tempo(240, 400000), tempo(60, 300000),  // 240: kept
+  const Bytes conductor = {0x83, 0x60, 0xFF, 0x2F, 0x00};           // closes at tick 480
+  const Bytes drums = cat({tempo(240, 400000), tempo(60, 300000),   // 240: kept
                            tempo(300, 200000), tempo(100, 100000),  // 600: dropped
                            kKick, kEndOfTrack});
   Load load(smf(1, 480, {conductor, drums}));

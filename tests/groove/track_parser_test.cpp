@@ -28,9 +28,10 @@ TEST(NonDrumEventsAreSilencedInPlace, RunningStatusEventsFollowTheRewrittenStatu
 }
 
 TEST(NonDrumEventsAreSilencedInPlace, ChannelPressureAndSystemMessages) {
-  const Bytes events = cat({{0x00, 0xD3, 0x40},         // one data byte: grows
-                            {0x00, 0xF2, 0x01, 0x02},   // counted as two data bytes
-                            kKick, kEndOfTrack});
+  const Bytes events = cat({{0x00, 0xD3, 0x40},        // one data byte: grows
+                            {0x00, 0xF2, 0x01, 0x02},  // counted as two data bytes
+                            kKick,
+                            kEndOfTrack});
   Load load(smf(0, 480, {events}));
   const Bytes expected =
       cat({{0x00, 0x89, 0x00, 0x40}, {0x00, 0x89, 0x00, 0x40}, kKick, kEndOfTrack});
