@@ -15,7 +15,7 @@ class CStaffSpec : public CEData {
   // Staff specifications are created by the host, never through this object.
   std::uint16_t Create() override;
 
-  // The staff number the specification was last loaded with.
+  // The staff number this record was last loaded with.
   std::uint16_t StaffNumber() const { return CurrentNumber(); }
   std::uint16_t FullNameBlock() const;
   std::uint16_t AbbreviatedNameBlock() const;
