@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # The Windows module itself: exactly the six exports, no runtime DLLs beside
 # the system's, and under Wine it loads only into a process that holds a host
-# module.
+# module; the package holds it, the starter grooves and the guide.
 set -euo pipefail
 cd "$(dirname "$0")/../.."
 
@@ -13,6 +13,7 @@ fi
 
 cmake --preset windows >/dev/null
 cmake --build --preset windows -j 2 --target RhythmWeave CantelEngine load_check
+cmake --build --preset windows -j 2 --target package
 bin=build/windows/bin
 passed=0
 failed=0
@@ -37,6 +38,17 @@ check "the DLL refuses to load without a host module (got: $without)" test "$wit
 with=$(cd "$bin" && "$wine" load_check.exe --engine CantelEngine.dll RhythmWeave.dll 2>/dev/null | tr -d '\r' || true)
 check "the DLL loads beside the host engine with its six exports" \
   test "$(printf '%s\n' "$with" | grep -c -e '^loaded$' -e ' found$')" = 7
+
+package=$(ls build/windows/RhythmWeave-*-win64.zip)
+unpacked=build/windows/package-check
+rm -rf "$unpacked" && mkdir -p "$unpacked" && unzip -q "$package" -d "$unpacked"
+top=$(ls -d "$unpacked"/RhythmWeave-*)
+check "the package holds the plug-in" test -f "$top/Plug-Ins/RhythmWeave.dll"
+check "the package holds the starter grooves" test "$(ls "$top/Component Files/Rhythm Weave/"*.mid | wc -l)" -ge 16
+check "the package holds the user guide" test -f "$top/USER_GUIDE.md"
+cp "$bin/CantelEngine.dll" "$bin/load_check.exe" "$top/Plug-Ins/"
+packaged=$(cd "$top/Plug-Ins" && "$wine" load_check.exe --engine CantelEngine.dll RhythmWeave.dll 2>/dev/null | tr -d '\r' | head -1 || true)
+check "the packaged DLL loads beside the host engine (got: $packaged)" test "$packaged" = "loaded"
 "$wine"server -k 2>/dev/null || true
 
 echo "windows module: $passed passed, $failed failed"
