@@ -32,7 +32,7 @@ TEST(TheByteStreamReadsBigEndianIntegers, U16AndU32) {
   EXPECT_TRUE(c.sink.shown.empty());
 }
 
-TEST(TheByteStreamReadsVariableLengthQuantities, SpecExamples) {
+TEST(TheByteStreamReadsVariableLengthQuantities, TheStandardExamples) {
   Cursor c({0x81, 0x00, /**/ 0x7F, /**/ 0xFF, 0xFF, 0xFF, 0x7F, /**/ 0x00});
   EXPECT_EQ(c.reader.ReadVarLen(), 128);
   EXPECT_EQ(c.reader.ReadVarLen(), 127);
