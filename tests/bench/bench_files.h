@@ -1,8 +1,9 @@
 // Large groove files for the benchmarks, built in memory.
 //   Ordinary: a conductor track, a bass track on channel 1 (a program change,
-//   then notes in running status, a few controllers), and a drum track on
-//   channel 10 in running status with a marker now and then. The bass track
-//   is silenced and cut, the drums stay.
+//   then notes in running status, a controller now and then), and a drum
+//   track on channel 10 in running status with a marker now and then; after a
+//   controller or a marker the next note states its status again, as
+//   writers do. The bass track is silenced and cut, the drums stay.
 //   Worst case: one track of program changes, each with its own status, so
 //   every event grows by a byte.
 #pragma once
@@ -47,25 +48,34 @@ inline Bytes OrdinaryFile(std::size_t bytes) {
 
   const std::size_t bassEnd = out.size() + bytes * 35 / 100;
   field = OpenTrack(out);
-  out.insert(out.end(), {0x00, 0xC0, 0x21, 0x00, 0x90});
+  out.insert(out.end(), {0x00, 0xC0, 0x21});  // program change
+  bool needStatus = true;
   for (uint32_t i = 0; out.size() < bassEnd; ++i) {
     if (i % 64 == 63) {
-      out.insert(out.end(), {0x00, 0xB0, 0x07, 0x64, 0x00, 0x90});  // controller, back to notes
+      out.insert(out.end(), {0x00, 0xB0, 0x07, 0x64});  // volume; notes need their status again
+      needStatus = true;
     }
     const uint8_t key = uint8_t(28 + i % 24);
-    out.insert(out.end(), {0x00, key, 0x64, 0x83, 0x60, key, 0x00});
+    out.push_back(0x00);
+    if (needStatus) out.push_back(0x90);
+    needStatus = false;
+    out.insert(out.end(), {key, 0x64, 0x83, 0x60, key, 0x00});  // on, then off a beat later
   }
   CloseTrack(out, field);
 
   field = OpenTrack(out);
-  out.insert(out.end(), {0x00, 0x99});
   static constexpr uint8_t kKeys[] = {36, 42, 38, 42, 36, 46, 38, 42};
+  needStatus = true;
   for (uint32_t i = 0; out.size() + 16 < bytes; ++i) {
     if (i % 1024 == 1023) {
-      out.insert(out.end(), {0x00, 0xFF, 0x06, 0x04, 'f', 'i', 'l', 'l', 0x00, 0x99});
+      out.insert(out.end(), {0x00, 0xFF, 0x06, 0x04, 'f', 'i', 'l', 'l'});  // marker
+      needStatus = true;
     }
     const uint8_t key = kKeys[i % 8];
-    out.insert(out.end(), {0x00, key, 0x64, 0x81, 0x70, key, 0x00});
+    out.push_back(0x00);
+    if (needStatus) out.push_back(0x99);
+    needStatus = false;
+    out.insert(out.end(), {key, 0x64, 0x81, 0x70, key, 0x00});  // on, then off an eighth later
   }
   CloseTrack(out, field);
   return out;
