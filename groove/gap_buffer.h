@@ -23,8 +23,9 @@ namespace rw::groove {
 
 class GapBuffer {
  public:
-  // The parser may decode whole events from Window() instead of byte by byte.
-  static constexpr bool kDecodeInWindow = true;
+  // The reader may decode whole events from Window() instead of byte by byte
+  // and batch its bookkeeping, as long as the bytes it leaves are the same.
+  static constexpr bool kLiteral = false;
 
   GapBuffer(uint8_t* buffer, uint64_t* size, uint64_t capacity)
       : buffer_(buffer), sizeVar_(size), size_(*size), capacity_(capacity), tail_(buffer) {}
@@ -74,6 +75,45 @@ class GapBuffer {
     tail_ = buffer_ + gap;
     size_ = size;
     *sizeVar_ = size;
+  }
+
+  // A run of edits from the read position on, done as a stream: each byte
+  // from there is read at `in` and what replaces it is written at `out`,
+  // which never passes `in`. The distance between them is the room left to
+  // grow; every byte behind `out` sits at its own index.
+  struct Stream {
+    const uint8_t* in;
+    uint8_t* out;
+  };
+
+  Stream OpenStream(uint64_t position) {
+    if (parked_) CloseUpTo(position);
+    uint8_t* out = buffer_ + position;
+    return {out + gap_, out};
+  }
+
+  // Where the data ends, on the stream's input side.
+  const uint8_t* InputEnd() const { return tail_ + size_; }
+
+  // Room for one more byte at the stream: before the first edit that needs
+  // it the unread bytes are parked. False when the allocation is full.
+  bool MakeRoom(Stream& stream) {
+    if (stream.in != stream.out) return true;
+    if (parked_ || size_ >= capacity_) return false;
+    const auto position = static_cast<uint64_t>(stream.out - buffer_);
+    Park(position);
+    stream.in = buffer_ + position + gap_;
+    return true;
+  }
+
+  void CloseStream(const Stream& stream) {
+    if (!parked_) return;  // edited in place: nothing moved, nothing grew
+    const auto gap = static_cast<uint64_t>(stream.in - stream.out);
+    size_ += gap_ - gap;
+    *sizeVar_ = size_;
+    front_ = static_cast<uint64_t>(stream.out - buffer_);
+    gap_ = gap;
+    tail_ = buffer_ + gap;
   }
 
   // Removes [from, to); `to` is the read position and may lie past the end

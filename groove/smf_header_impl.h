@@ -64,9 +64,9 @@ template <class Store>
 bool BasicSmfReader<Store>::LoadTracks() {
   // Whatever way the load ends, the caller finds the filtered file in place.
   struct FlushOnExit {
-    Store& store;
-    ~FlushOnExit() { store.Flush(); }
-  } flushOnExit{store_};
+    BasicSmfReader& reader;
+    ~FlushOnExit() { reader.FlushBuffer(); }
+  } flushOnExit{*this};
 
   Initialise();
   if (!ReadHeader()) return false;

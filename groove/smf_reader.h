@@ -123,7 +123,10 @@ class BasicSmfReader {
   }
 
   // Every byte of the filtered file back at its own index in the buffer.
-  void FlushBuffer() { store_.Flush(); }
+  void FlushBuffer() {
+    WriteStaleLengthField();
+    store_.Flush();
+  }
 
   // --- State, for the caller and the tests ----------------------------------
 
@@ -158,6 +161,7 @@ class BasicSmfReader {
  private:
   void Alert(const char* message);
   void MoveReadPosition(int64_t position);
+  void WriteStaleLengthField();
 
   // Track parsing helpers.
   void ResetTrackState(int32_t track);
@@ -168,6 +172,11 @@ class BasicSmfReader {
   void InsertMark(const TimeMark& mark);
   void SkipSysEx();
   bool ReadChannelEventsInWindow(bool collect, bool& drumEventsFound);
+  struct WindowRun;
+  // Out of line so that each loop has the registers to itself.
+  template <bool kTwoData, bool kDrum>
+  [[gnu::noinline]] void ReadRunningStatusRun(WindowRun& run);
+  [[gnu::noinline]] void SilenceRun(WindowRun& run);
   void HandleChannelEvent(uint8_t status, uint8_t firstData, int64_t eventStart, bool running,
                           bool collect, bool& drumEventsFound);
   void RecordDrumEvent(int kind, uint8_t key, bool& drumEventsFound) {
@@ -198,7 +207,8 @@ class BasicSmfReader {
   int64_t chunkLength_ = 0;
   int64_t chunkEnd_ = 0;
   int64_t chunkConsumed_ = 0;
-  int64_t totalConsumed_ = 0;  // kept, never consulted
+  bool lengthFieldStale_ = false;  // chunkLength_ not yet written back to its field
+  int64_t totalConsumed_ = 0;      // kept, never consulted
   uint8_t lastByte_ = 0;
   int32_t lastVarLen_ = 0;
 

@@ -38,12 +38,16 @@ void BasicSmfReader<Store>::MoveReadPosition(int64_t position) {
   if (position < 0 || static_cast<uint64_t>(position) > store_.capacity()) {
     throw RangeCheckError("read position outside the buffer");
   }
-  if (position < readPos_) store_.Rewind(static_cast<uint64_t>(position));
+  if (position < readPos_) {
+    WriteStaleLengthField();
+    store_.Rewind(static_cast<uint64_t>(position));
+  }
   readPos_ = position;
 }
 
 template <class Store>
 void BasicSmfReader<Store>::ReadChunkHeader() {
+  WriteStaleLengthField();
   uint8_t id[4];
   ReadBytes(id, 4);
   for (int i = 0; i < 4; ++i) chunkId_[static_cast<std::size_t>(i)] = static_cast<char>(id[i]);
@@ -64,12 +68,35 @@ void BasicSmfReader<Store>::InsertByte() {
   chunkEnd_ += 1;
   // The inserted byte is stepped over without counting as consumed; the
   // chunk's length field follows the growth so the chunk stays well-formed.
+  // A file of short messages grows at nearly every event, so the fast store
+  // writes the field once, with its last value, before anything else can
+  // look at those bytes. A field that the literal write would find outside
+  // the allocation is written now, so that the failure comes here.
+  const auto fieldPos = static_cast<uint64_t>(chunkLengthPos_);
+  if (!Store::kLiteral && fieldPos + 4 <= store_.capacity()) {
+    lengthFieldStale_ = true;
+    writePos_ = chunkLengthPos_ + 4;
+  } else {
+    writePos_ = chunkLengthPos_;
+    WriteU32(length);
+  }
+}
+
+template <class Store>
+void BasicSmfReader<Store>::WriteStaleLengthField() {
+  if (!lengthFieldStale_) return;
+  lengthFieldStale_ = false;
+  // Inside the allocation (checked when it went stale), so this cannot throw;
+  // the write position stays where the last write left it.
+  const int64_t writePos = writePos_;
   writePos_ = chunkLengthPos_;
-  WriteU32(length);
+  WriteU32(chunkLength_);
+  writePos_ = writePos;
 }
 
 template <class Store>
 void BasicSmfReader<Store>::CutTo(int64_t position) {
+  WriteStaleLengthField();
   if (position < 0 || position > readPos_) throw RangeCheckError("cut outside the buffer");
   store_.Cut(static_cast<uint64_t>(position), static_cast<uint64_t>(readPos_));
   chunkEnd_ += position - readPos_;

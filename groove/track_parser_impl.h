@@ -5,15 +5,10 @@
 #include <cstring>
 #include <limits>
 
+#include "event_runs_impl.h"
 #include "smf_reader_impl.h"
 
 namespace rw::groove {
-
-namespace detail {
-inline int32_t Wrap32(int64_t value) {
-  return static_cast<int32_t>(static_cast<uint32_t>(static_cast<uint64_t>(value)));
-}
-}  // namespace detail
 
 template <class Store>
 void BasicSmfReader<Store>::ResetTrackState(int32_t track) {
@@ -43,7 +38,7 @@ bool BasicSmfReader<Store>::ParseTrack(int32_t track, bool& drumEventsFound, boo
   ResetTrackState(track);
 
   while (chunkConsumed_ < chunkLength_) {
-    if constexpr (Store::kDecodeInWindow) {
+    if constexpr (!Store::kLiteral) {
       if (ReadChannelEventsInWindow(collect, drumEventsFound)) continue;
     }
 
@@ -96,20 +91,7 @@ bool BasicSmfReader<Store>::ParseTrack(int32_t track, bool& drumEventsFound, boo
 
 template <class Store>
 void BasicSmfReader<Store>::AdvanceTime(int32_t delta) {
-  // The measure count follows by division, not a measure at a time: a huge
-  // delta must not cost time.
-  absoluteTime_ = detail::Wrap32(static_cast<int64_t>(absoluteTime_) + delta);
-  int64_t tick = static_cast<int64_t>(tickInMeasure_) + delta;
-  if (tick >= ticksPerMeasure_) {
-    if (tick < 2 * static_cast<int64_t>(ticksPerMeasure_)) {  // the usual single step
-      measure_ = detail::Wrap32(static_cast<int64_t>(measure_) + 1);
-      tick -= ticksPerMeasure_;
-    } else {
-      measure_ = detail::Wrap32(measure_ + tick / ticksPerMeasure_);
-      tick %= ticksPerMeasure_;
-    }
-  }
-  tickInMeasure_ = detail::Wrap32(tick);
+  detail::AdvanceTime(absoluteTime_, measure_, tickInMeasure_, ticksPerMeasure_, delta);
 }
 
 template <class Store>
@@ -160,69 +142,6 @@ void BasicSmfReader<Store>::SkipSysEx() {
   for (int i = 0; i < 4; ++i) ReadByte();
   while (ReadByte() != 0xF7) {
   }
-}
-
-template <class Store>
-bool BasicSmfReader<Store>::ReadChannelEventsInWindow(bool collect, bool& drumEventsFound) {
-  // The common events (short delta, channel message, wholly inside the data)
-  // decoded straight from the buffer, one after another. Nothing in them can
-  // read past the end, so the per-byte bookkeeping of ReadByte is done once
-  // per event with the same result.
-  constexpr uint64_t kWindow = 8;
-  bool any = false;
-  do {
-    const auto position = static_cast<uint64_t>(readPos_);
-    if (position + kWindow > store_.size()) break;
-    const uint8_t* bytes = store_.Window(position);
-    uint32_t delta;
-    uint32_t length;
-    if (bytes[0] < 0x80) {
-      delta = bytes[0];
-      length = 1;
-    } else if (bytes[1] < 0x80) {
-      delta = (bytes[0] & 0x7Fu) << 7 | bytes[1];
-      length = 2;
-    } else {
-      break;
-    }
-    const uint32_t statusAt = length;
-    uint8_t status = bytes[statusAt];
-    uint8_t firstData;
-    bool running = false;
-    if (status >= 0x80) {
-      if (status >= 0xF0) break;
-      firstData = bytes[statusAt + 1];
-      length += 2;
-    } else {
-      if (runningStatus_ == 0) break;
-      firstData = status;
-      status = runningStatus_;
-      running = true;
-      length += 1;
-    }
-    const int kind = status >> 4;
-    const bool secondData = kind != 0xC && kind != 0xD;
-    if (secondData) ++length;
-
-    readPos_ = static_cast<int64_t>(position + length);
-    chunkConsumed_ += length;
-    totalConsumed_ += length;
-    lastByte_ = bytes[length - 1];
-    lastVarLen_ = static_cast<int32_t>(delta);
-    if (!running) runningStatus_ = status;
-    any = true;
-
-    const auto signedDelta = static_cast<int32_t>(delta);
-    if (signedDelta > 0 && RangeMarksPending()) MakeRangeMarks(signedDelta);
-    // Even a zero delta: a meter set late can leave the tick beyond its measure.
-    AdvanceTime(signedDelta);
-    if (collect && (status & 0x0F) == 9) {
-      RecordDrumEvent(kind, firstData, drumEventsFound);
-    } else if (!running) {
-      SilenceEvent(static_cast<int64_t>(position + statusAt), secondData);
-    }
-  } while (chunkConsumed_ < chunkLength_);
-  return any;
 }
 
 template <class Store>

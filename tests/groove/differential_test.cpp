@@ -34,7 +34,20 @@ void ExpectSameOutcome(const Bytes& file, Coverage* coverage = nullptr) {
             literal.pattern.timeSignature.ticksPerMeasure);
   EXPECT_EQ(fast.reader().trackCount(), literal.reader().trackCount());
   EXPECT_EQ(fast.reader().timeMarks().size(), literal.reader().timeMarks().size());
-  EXPECT_EQ(fast.reader().readPosition(), literal.reader().readPosition());
+  // The cursor and the groove model as the load left them, down to the
+  // state no later step consults.
+  const auto& f = fast.reader();
+  const auto& l = literal.reader();
+  EXPECT_EQ(f.readPosition(), l.readPosition());
+  EXPECT_EQ(f.writePosition(), l.writePosition());
+  EXPECT_EQ(f.chunkLength(), l.chunkLength());
+  EXPECT_EQ(f.chunkEnd(), l.chunkEnd());
+  EXPECT_EQ(f.chunkConsumed(), l.chunkConsumed());
+  EXPECT_EQ(f.lastByte(), l.lastByte());
+  EXPECT_EQ(f.lastVarLen(), l.lastVarLen());
+  EXPECT_EQ(f.lowestDrumKey(), l.lowestDrumKey());
+  EXPECT_EQ(f.highestDrumKey(), l.highestDrumKey());
+  for (int key = 0; key < 128; ++key) EXPECT_EQ(f.keyUsed(key), l.keyUsed(key)) << key;
   if (coverage) {
     coverage->loaded += fast.pattern.loaded;
     coverage->failed += !fast.pattern.loaded && !fast.rangeCheck;

@@ -13,8 +13,9 @@ namespace rw::groove::testing {
 
 class LiteralStore {
  public:
-  // The reference reads every byte through ReadByte, as the text describes.
-  static constexpr bool kDecodeInWindow = false;
+  // The reference reads every byte through ReadByte and makes every write
+  // when the edit happens.
+  static constexpr bool kLiteral = true;
 
   LiteralStore(uint8_t* buffer, uint64_t* size, uint64_t capacity)
       : buffer_(buffer), size_(size), capacity_(capacity) {}
