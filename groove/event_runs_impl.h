@@ -156,11 +156,7 @@ bool BasicSmfReader<Store>::ReadChannelEventsInWindow(bool collect, bool& drumEv
       run.drums = true;
       run.lastDrumMeasure = run.measure;
       run.lastDrumTick = run.tickInMeasure;
-      if ((status >> 4) == 9 || (status >> 4) == 8) {  // note on (velocity 0 too) or off
-        if (key > run.highestKey) run.highestKey = key;
-        if (key < run.lowestKey) run.lowestKey = key;
-        keyFlags_[key] = 1;
-      }
+      if (NamesKey(status)) NoteKey(key, run.highestKey, run.lowestKey);
     } else if (detail::OneDataByte(status) && !run.RoomToGrow()) {
       break;
     } else {
@@ -201,7 +197,7 @@ void BasicSmfReader<Store>::ReadRunningStatusRun(WindowRun& run) {
   // Events in running status under one status. Nothing in them is edited:
   // only the time and the drums are followed. The caller saw the first event
   // whole, so at least one is taken.
-  const bool noteKind = (run.runningStatus >> 4) == 9 || (run.runningStatus >> 4) == 8;
+  const bool namesKey = NamesKey(run.runningStatus);
   const uint8_t* bytes = run.store.Window(run.position);
   const uint64_t limit = run.stop - run.position;
   int32_t absoluteTime = run.absoluteTime;
@@ -210,7 +206,6 @@ void BasicSmfReader<Store>::ReadRunningStatusRun(WindowRun& run) {
   const int32_t ticksPerMeasure = run.ticksPerMeasure;
   int32_t highestKey = run.highestKey;
   int32_t lowestKey = run.lowestKey;
-  uint8_t* keyFlags = keyFlags_.data();
   uint64_t at = 0;
   uint32_t lastDelta = 0;
   do {
@@ -223,11 +218,7 @@ void BasicSmfReader<Store>::ReadRunningStatusRun(WindowRun& run) {
     lastDelta = delta;
     detail::AdvanceTime(absoluteTime, measure, tickInMeasure, ticksPerMeasure,
                         static_cast<int32_t>(delta));
-    if (kDrum && noteKind) {
-      if (key > highestKey) highestKey = key;
-      if (key < lowestKey) lowestKey = key;
-      keyFlags[key] = 1;
-    }
+    if (kDrum && namesKey) NoteKey(key, highestKey, lowestKey);
   } while (at < limit);
 
   run.position += at;

@@ -179,15 +179,19 @@ class BasicSmfReader {
   [[gnu::noinline]] void SilenceRun(WindowRun& run);
   void HandleChannelEvent(uint8_t status, uint8_t firstData, int64_t eventStart, bool running,
                           bool collect, bool& drumEventsFound);
-  void RecordDrumEvent(int kind, uint8_t key, bool& drumEventsFound) {
+  void RecordDrumEvent(uint8_t status, uint8_t key, bool& drumEventsFound) {
     drumEventsFound = true;
     lastDrumMeasure_ = measure_;
     lastDrumTick_ = tickInMeasure_;
-    if (kind == 9 || kind == 8) {  // note on (velocity 0 included) or note off
-      if (key > highestKey_) highestKey_ = key;
-      if (key < lowestKey_) lowestKey_ = key;
-      keyFlags_[key] = 1;
-    }
+    if (NamesKey(status)) NoteKey(key, highestKey_, lowestKey_);
+  }
+  // A note on (velocity 0 included) or a note off: its first data byte is a
+  // key the groove uses.
+  static bool NamesKey(uint8_t status) { return (status >> 4) == 9 || (status >> 4) == 8; }
+  void NoteKey(uint8_t key, int32_t& highest, int32_t& lowest) {
+    if (key > highest) highest = key;
+    if (key < lowest) lowest = key;
+    keyFlags_[key] = 1;
   }
   void SilenceEvent(int64_t eventStart, bool secondData);
   enum class MetaOutcome { kNext, kEndOfTrack, kFail };

@@ -148,11 +148,10 @@ template <class Store>
 void BasicSmfReader<Store>::HandleChannelEvent(uint8_t status, uint8_t firstData,
                                                int64_t eventStart, bool running, bool collect,
                                                bool& drumEventsFound) {
-  const int kind = status >> 4;
-  const bool secondData = kind != 0xC && kind != 0xD;
+  const bool secondData = !detail::OneDataByte(status);
   if (secondData) ReadByte();
   if (collect && (status & 0x0F) == 9) {
-    RecordDrumEvent(kind, firstData, drumEventsFound);
+    RecordDrumEvent(status, firstData, drumEventsFound);
   } else if (!running) {
     // Events in running status are left alone: after the rewrite they follow
     // the status 0x89 and read as note offs on channel 10 too.
