@@ -31,7 +31,11 @@
         "fix the clef definition?")                                                               \
   S(27, "Drum set clef")                                                                          \
   S(28, "The definition for the drum set clef seems to be incorrect.\n\nWould you like the "      \
-        "Rhythm Weave plug-in to fix the clef definition?")
+        "Rhythm Weave plug-in to fix the clef definition?")                                       \
+  S(29, "The drums of this Midi file begin after the selected measures, so nothing would be "     \
+        "placed. Select more measures, or choose a groove whose drums start at its beginning.")   \
+  S(30, "Rhythm Weave could not write its temporary file in this folder:\n\n%s\n\nNothing was "   \
+        "changed. Check that the folder exists and that you may write to it.")
 
 #define RW_DLG_CAPTION "Rhythm Weave"
 #define RW_DLG_STYLE " &Style "

@@ -28,7 +28,12 @@
         "definicję klucza?")                                                                      \
   S(27, "Klucz perkusyjny")                                                                       \
   S(28, "Definicja klucza perkusyjnego wydaje się nieprawidłowa.\n\nCzy wtyczka Rhythm Weave "    \
-        "ma poprawić definicję klucza?")
+        "ma poprawić definicję klucza?")                                                          \
+  S(29, "Perkusja w tym pliku MIDI zaczyna się po wybranych taktach, więc nic nie "               \
+        "zostałoby wstawione. Zaznacz więcej taktów albo wybierz rytm, którego perkusja "         \
+        "zaczyna się od początku.")                                                               \
+  S(30, "Rhythm Weave nie mógł zapisać pliku tymczasowego w tym folderze:\n\n%s\n\n"              \
+        "Nic nie zostało zmienione. Sprawdź, czy folder istnieje i czy masz prawo do zapisu w nim.")
 
 #define RW_DLG_CAPTION "Rhythm Weave"
 #define RW_DLG_STYLE " &Styl "

@@ -29,7 +29,11 @@
         "rätta klavdefinitionen?")                                                                \
   S(27, "Trumsetsklav")                                                                           \
   S(28, "Definitionen av trumsetsklaven verkar vara felaktig.\n\nVill du att "                    \
-        "insticksprogrammet Rhythm Weave ska rätta klavdefinitionen?")
+        "insticksprogrammet Rhythm Weave ska rätta klavdefinitionen?")                            \
+  S(29, "Trummorna i MIDI-filen börjar efter de markerade takterna, så ingenting skulle "         \
+        "placeras. Markera fler takter eller välj ett komp vars trummor börjar från början.")     \
+  S(30, "Rhythm Weave kunde inte skriva sin tillfälliga fil i den här mappen:\n\n%s\n\n"          \
+        "Ingenting har ändrats. Kontrollera att mappen finns och att du får skriva i den.")
 
 #define RW_DLG_CAPTION "Rhythm Weave"
 #define RW_DLG_STYLE " &Stil "
