@@ -1,37 +1,54 @@
-// HostApi: one wrapper per host function, named exactly like the host's
-// export and with its exact signature (the interface version comes last).
-// Each wrapper looks its export up by name on its first call, once per
-// process, under the thread-safe initialisation of a function-local static,
-// and answers the interface table's fallback when the host lacks it. A
-// failed look-up is never retried.
+// HostApi: one wrapper per function the plug-in binds by name, named exactly
+// like the export and with its exact signature (for the host's functions the
+// interface version comes last). Each wrapper looks its function up on its
+// first call and keeps the address; when the function is missing it answers
+// the fallback of bound_functions.h without calling anything. A failed
+// look-up is not retried.
 #pragma once
 
 #include <cantel/cantel.h>
 
+#include <cstddef>
 #include <cstdint>
 #include <type_traits>
+
+#include "bound_functions.h"
 
 namespace rw::host {
 
 inline constexpr std::uint32_t kVersion = CX_INTERFACE_VERSION;
 
-// Address of a host export, or null. Tests may replace the look-up in the
-// host module with their own; only functions not bound yet see the change.
-using Resolver = void* (*)(const char* exportName);
-void SetResolver(Resolver resolver);
+// The host module the plug-in belongs to, or null outside a host.
 void* FindHostModule();
-void* LookupHostFunction(const char* exportName);
+
+// Test seam: address of a function by name, or null. Installing a resolver
+// (or null, for the host module again) forgets every binding, so that each
+// function is looked up through it at its next call.
+using Resolver = void* (*)(const char* name);
+void SetResolver(Resolver resolver);
 
 namespace detail {
 
-template <typename Function>
+enum class Slot : std::size_t {
+#define RW_SLOT(name, fallback) name,
+  RW_BOUND_FUNCTIONS(RW_SLOT)
+#undef RW_SLOT
+      kCount
+};
+
+// The address bound to `slot`, looked up once under the current resolver;
+// null when the function is missing. UI thread; the first look-up of a slot
+// is serialised, later reads take no lock.
+void* Bound(Slot slot);
+
+template <Slot kSlot, typename Function>
 struct Forwarder;
 
-template <typename Result, typename... Args>
-struct Forwarder<Result(Args...)> {
-  template <const char* kName, auto kFallback>
+template <Slot kSlot, typename Result, typename... Args>
+struct Forwarder<kSlot, Result(Args...)> {
+  template <auto kFallback>
   static Result Call(Args... args) {
-    static const auto bound = reinterpret_cast<Result (*)(Args...)>(LookupHostFunction(kName));
+    const auto bound = reinterpret_cast<Result (*)(Args...)>(Bound(kSlot));
     if (bound == nullptr) {
       if constexpr (std::is_void_v<Result>) {
         return;
@@ -43,20 +60,16 @@ struct Forwarder<Result(Args...)> {
   }
 };
 
-#define RW_HOST_EXPORT_NAME(name, result, params, fallback) \
-  inline constexpr char name##_name[] = #name;
-CX_HOST_FUNCTIONS(RW_HOST_EXPORT_NAME)
-#undef RW_HOST_EXPORT_NAME
-
 }  // namespace detail
 
-// Straight calls to the host with the table's fallback, also for the
-// functions whose wrappers below add bookkeeping of their own.
+// Straight calls with the table's fallback, also for the functions whose
+// wrappers below add bookkeeping of their own.
 namespace direct {
-#define RW_HOST_DIRECT(name, result, params, fallback) \
-  inline constexpr name##_t* name = &detail::Forwarder<name##_t>::Call<detail::name##_name, fallback>;
-CX_HOST_FUNCTIONS(RW_HOST_DIRECT)
-#undef RW_HOST_DIRECT
+#define RW_DIRECT(name, fallback)   \
+  inline constexpr name##_t* name = \
+      &detail::Forwarder<detail::Slot::name, name##_t>::template Call<fallback>;
+RW_BOUND_FUNCTIONS(RW_DIRECT)
+#undef RW_DIRECT
 }  // namespace direct
 
 // Functions passed through as they are.
@@ -86,6 +99,8 @@ using direct::CX_SetDlgCntlVal_UTF16;
 using direct::CX_SetDlgFocus;
 using direct::CX_SetTimer;
 using direct::CX_SlotToInst;
+using direct::SendDlgItemMessageA;
+using direct::SendDlgItemMessageW;
 
 // Frames: counted, and normalised before the host sees them.
 CX_LoadTGF_t CX_LoadTGF;

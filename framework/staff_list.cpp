@@ -103,13 +103,13 @@ std::uint16_t GetStaffListNumber(int selector, int n) {
   return list;
 }
 
-std::uint16_t AddStaffAtBottom() {
+RegionStaff AddStaffAtBottom() {
   std::uint16_t staff = CX_NUMBER_ANY;
   std::uint16_t sub = 0;
   const bool answered = CreateRecord(CX_TAG_STAFF_SPEC, staff, sub, nullptr, CX_STAFF_SPEC_SIZE);
-  if (!answered || staff == CX_NUMBER_ANY || staff == 0) return 0;
+  if (!answered || staff == CX_NUMBER_ANY || staff == 0) return {};
   const std::uint32_t slot = host::CX_InstToSlot(staff, 0, host::kVersion);
-  if (slot == 0) return 0;
+  if (slot == 0) return {};
   if (slot > 1) {
     StaffList staves(kScoreList);
     if (staves.Count() >= slot) {
@@ -119,7 +119,7 @@ std::uint16_t AddStaffAtBottom() {
     }
     SaveStaffList(staves, kScoreList);
   }
-  return staff;
+  return {slot, staff};
 }
 
 }  // namespace rw

@@ -9,6 +9,8 @@
 #include <cstdint>
 #include <vector>
 
+#include "regions.h"
+
 namespace rw {
 
 inline constexpr std::size_t kMaxStaffListEntries = 1000;
@@ -56,7 +58,8 @@ bool SaveStaffList(const StaffList& staves, std::uint16_t list);
 std::uint16_t GetStaffListNumber(int selector, int n);
 
 // Adds a staff at the bottom of the score, 250 page units below the staff
-// above it. Answers the new staff's number, or 0 when the host added none.
-std::uint16_t AddStaffAtBottom();
+// above it. Answers the new staff and its slot; both 0 when the host added
+// none or gave it no slot.
+RegionStaff AddStaffAtBottom();
 
 }  // namespace rw

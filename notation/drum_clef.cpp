@@ -5,7 +5,7 @@
 #include "frame_record.h"
 #include "host_api.h"
 #include "records.h"
-#include "user_question.h"
+#include "user_messages.h"
 
 namespace rw::notation {
 namespace {

@@ -28,6 +28,10 @@ ModuleHandle HostModule();
 void* GetExport(ModuleHandle module, const char* name);
 // The plug-in's own module (for its resources), or null.
 ModuleHandle OwnModule();
+// The module that exports the list-box and combo-box messages to the
+// dialog's controls: the system's on Windows; on POSIX the host owns the
+// controls and exports them beside its CX_ functions.
+ModuleHandle DialogControlModule();
 
 // --- String resources of the plug-in's own module --------------------------
 
@@ -77,15 +81,5 @@ bool FindNextFileW(FindHandle search, FindData* found);
 bool DeleteFileW(const char16_t* path);
 // The C runtime's wide-character open; use the standard stdio calls after it.
 std::FILE* OpenFileW(const char16_t* path, const char* mode);
-
-// --- Dialog controls ---------------------------------------------------------
-
-// Standard list-box and combo-box messages to a control of a dialog. On
-// POSIX the host owns the controls and exports these by name; without them
-// every message answers 0.
-std::int64_t SendDlgItemMessageW(void* dialog, int control, std::uint32_t message,
-                                 std::uint64_t wparam, std::int64_t lparam);
-std::int64_t SendDlgItemMessageA(void* dialog, int control, std::uint32_t message,
-                                 std::uint64_t wparam, std::int64_t lparam);
 
 }  // namespace rw::platform

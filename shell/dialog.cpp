@@ -1,121 +1,141 @@
 #include "dialog.h"
 
-#include "dialog_state.h"
+#include <cantel/cantel.h>
+
+#include "dialog_ids.h"
 #include "generate.h"
 #include "host_api.h"
-#include "messages.h"
 #include "module_state.h"
-#include "platform.h"
+#include "notation_styles.h"
+#include "region_checks.h"
 #include "settings.h"
 #include "staff_list_fill.h"
 #include "style_library.h"
+#include "user_messages.h"
 
 namespace rw::shell {
-
-std::int32_t styleIndex = -1;
-std::int32_t targetStaffIndex = 0;
-bool timerPending = false;
-
 namespace {
 
 constexpr std::uint32_t kStringNoStyle = 23;
 constexpr std::uint32_t kStringNoPercussionMap = 24;
 constexpr char kEditName[] = "Rhythm Weave Plug-In";
+constexpr std::uint16_t kCloseTimer = 1;
+constexpr std::uint32_t kCloseTimerMilliseconds = 100;
 
 using host::kVersion;
 
-void SetCheck(void* dialog, int control, std::uint32_t state) {
-  host::CX_SetDlgCntlVal_UTF16(dialog, static_cast<std::uint32_t>(control), 0, state, kVersion);
+void SetCheck(void* dialog, std::uint32_t control, std::uint32_t state) {
+  host::CX_SetDlgCntlVal_UTF16(dialog, control, 0, state, kVersion);
 }
 
-void Enable(void* dialog, int control, bool enable) {
-  host::CX_EnableDlgItem(dialog, static_cast<std::uint32_t>(control), enable ? 1 : 0, kVersion);
+void Enable(void* dialog, std::uint32_t control, bool enable) {
+  host::CX_EnableDlgItem(dialog, control, enable ? 1 : 0, kVersion);
 }
 
 // A list reports no selection as -1; the index is taken as 16-bit signed.
 std::int32_t Selection(void* dialog, int control, std::uint32_t message) {
-  const std::int64_t answer = platform::SendDlgItemMessageW(dialog, control, message, 0, 0);
+  const std::int64_t answer = host::SendDlgItemMessageW(dialog, control, message, 0, 0);
   return static_cast<std::int16_t>(static_cast<std::uint16_t>(answer & 0xFFFF));
 }
 
 void EndDialog(void* dialog) { host::CX_EndDialog(dialog, kVersion); }
 
-void OnInitDialog(void* dialog) {
-  timerPending = false;
-  if (LoadPlacementSetting() & kFlagNewStaff) {
-    SetCheck(dialog, kRadioNewStaff, 1);
-    Enable(dialog, kStaffList, false);
+void OnInitDialog(void* dialog, CommandRun& run, RememberedChoices& choices) {
+  run.timerPending = false;
+  if (LoadPlacementSetting(choices.placement) & kFlagNewStaff) {
+    SetCheck(dialog, RW_ID_NEW_STAFF, 1);
+    Enable(dialog, RW_ID_STAFF_LIST, false);
   } else {
-    SetCheck(dialog, kRadioExistingStaff, 1);
+    SetCheck(dialog, RW_ID_EXISTING_STAFF, 1);
   }
-  FillStaffList(dialog);
-  const bool stylesFound = FillStyleLibrary(dialog);
-  if (!stylesFound || !CheckTimeSignatures()) {
+  FillStaffList(dialog, run.document);
+  run.styles = FillStyleLibrary(dialog, choices.notationRow);
+  // The region's meters cannot change while the dialog is open, so they are
+  // checked once, here.
+  run.regionAccepted = !run.styles.empty() && CheckTimeSignatures(run.work);
+  if (!run.regionAccepted) {
     host::CX_SetTimer(dialog, kCloseTimer, kCloseTimerMilliseconds, kVersion);
-    timerPending = true;
+    run.timerPending = true;
   }
 }
 
-void SaveDialogChoices(void* dialog, std::uint32_t* data) {
+void SaveDialogChoices(void* dialog, std::uint32_t* data, RememberedChoices& choices) {
   *data = 0;
-  if (host::CX_GetDlgCntlVal_UTF16(dialog, kRadioNewStaff, nullptr, 0, kVersion) != 0) {
+  if (host::CX_GetDlgCntlVal_UTF16(dialog, RW_ID_NEW_STAFF, nullptr, 0, kVersion) != 0) {
     *data |= kFlagNewStaff;
   }
-  styleIndex = Selection(dialog, kStyleList, CX_LB_GETCURSEL);
-  targetStaffIndex = Selection(dialog, kStaffList, CX_CB_GETCURSEL);
-  notationIndex = Selection(dialog, kGenerateList, CX_CB_GETCURSEL);
-  SavePlacementSetting(*data);
+  choices.styleRow = Selection(dialog, RW_ID_STYLE_LIST, CX_LB_GETCURSEL);
+  choices.staffRow = Selection(dialog, RW_ID_STAFF_LIST, CX_CB_GETCURSEL);
+  choices.notationRow = Selection(dialog, RW_ID_GENERATE_LIST, CX_CB_GETCURSEL);
+  SavePlacementSetting(*data, choices.placement);
+}
+
+GenerateOptions OptionsOf(const CommandRun& run, const RememberedChoices& choices,
+                          std::uint32_t data) {
+  GenerateOptions options;
+  options.work = run.work;
+  options.document = run.document;
+  options.newStaff = (data & kFlagNewStaff) != 0;
+  options.staffRow = choices.staffRow;
+  const auto row = static_cast<std::size_t>(choices.styleRow);
+  if (row < run.styles.size()) options.style = run.styles[row];  // else nothing opens: string 19
+  options.notation = static_cast<NotationStyle>(choices.notationRow);
+  return options;
 }
 
 // Answers whether the message was handled.
-bool OnOk(void* dialog, std::uint32_t* data) {
-  SaveDialogChoices(dialog, data);
-  if (styleIndex < 0) {
+bool OnOk(void* dialog, std::uint32_t* data, CommandRun& run, RememberedChoices& choices) {
+  SaveDialogChoices(dialog, data, choices);
+  if (choices.styleRow < 0) {
     ShowMessage(kStringNoStyle, CX_MB_STOP);
     return true;
   }
-  if (notationIndex == static_cast<std::int32_t>(NotationStyle::PercussionMap) &&
-      !HasPercussionMap()) {
+  if (NotationStyleOfRow(choices.notationRow).needsPercussionMap && !HasPercussionMap()) {
     ShowMessage(kStringNoPercussionMap, CX_MB_STOP);
     return true;
   }
-  if (styleLibrary.empty()) return false;
+  if (run.styles.empty()) return false;
+  if (!run.regionAccepted) return true;  // refused at the opening; the close timer ends the dialog
 
-  Enable(dialog, kControlOk, false);
-  Enable(dialog, kControlCancel, false);
+  const GenerateOptions options = OptionsOf(run, choices, *data);
+  Enable(dialog, RW_ID_OK, false);
+  Enable(dialog, RW_ID_CANCEL, false);
   host::CX_StartCantelEdit(kEditName, kVersion);
   bool generated = false;
   try {
-    generated = GenerateGroove(dialog, data);
+    generated = GenerateGroove(options);
   } catch (...) {
     generated = false;
   }
   host::CX_EndCantelEdit(kVersion);
-  Enable(dialog, kControlOk, true);
-  Enable(dialog, kControlCancel, true);
-  if (generated) EndDialog(dialog);
+  Enable(dialog, RW_ID_OK, true);
+  Enable(dialog, RW_ID_CANCEL, true);
+  if (generated) {
+    run.result = 1;
+    EndDialog(dialog);
+  }
   return true;
 }
 
 bool OnCommand(void* dialog, int control, std::uint32_t* data) {
   switch (control) {
-    case kRadioNewStaff:
-      SetCheck(dialog, kRadioNewStaff, 1);
-      SetCheck(dialog, kRadioExistingStaff, 0);
-      Enable(dialog, kStaffList, false);
+    case RW_ID_NEW_STAFF:
+      SetCheck(dialog, RW_ID_NEW_STAFF, 1);
+      SetCheck(dialog, RW_ID_EXISTING_STAFF, 0);
+      Enable(dialog, RW_ID_STAFF_LIST, false);
       return true;
-    case kRadioExistingStaff:
-      SetCheck(dialog, kRadioNewStaff, 0);
-      SetCheck(dialog, kRadioExistingStaff, 1);
-      Enable(dialog, kStaffList, true);
-      host::CX_SetDlgFocus(dialog, kStaffList, kVersion);
+    case RW_ID_EXISTING_STAFF:
+      SetCheck(dialog, RW_ID_NEW_STAFF, 0);
+      SetCheck(dialog, RW_ID_EXISTING_STAFF, 1);
+      Enable(dialog, RW_ID_STAFF_LIST, true);
+      host::CX_SetDlgFocus(dialog, RW_ID_STAFF_LIST, kVersion);
       return true;
-    case kControlCancel:
+    case RW_ID_CANCEL:
       *data |= kFlagCancelled;
       EndDialog(dialog);
       return true;
-    case kControlOk:
-      return OnOk(dialog, data);
+    case RW_ID_OK:
+      return OnOk(dialog, data, moduleState.run, moduleState.choices);
     default:
       return false;
   }
@@ -125,28 +145,30 @@ bool OnCommand(void* dialog, int control, std::uint32_t* data) {
 
 std::uint8_t DialogProcedure(void* dialog, std::uint32_t message, std::uint64_t wparam,
                              std::int64_t, std::uint32_t* data) {
+  CommandRun& run = moduleState.run;
   try {
     switch (message) {
       case CX_WM_DESTROY:
       case CX_WM_CLOSE:
-        dialogRunning = 0;
-        if (timerPending) {
+        run.dialogRunning = 0;
+        if (run.timerPending) {
           host::CX_KillTimer(dialog, kCloseTimer, kVersion);
-          timerPending = false;
+          run.timerPending = false;
         }
         return 0;  // the host's default handling closes the dialog
       case CX_WM_INITDIALOG:
-        OnInitDialog(dialog);
+        OnInitDialog(dialog, run, moduleState.choices);
         return 1;
       case CX_WM_TIMER:
         host::CX_KillTimer(dialog, kCloseTimer, kVersion);
-        timerPending = false;
+        run.timerPending = false;
         EndDialog(dialog);
         return 1;
       case CX_WM_COMMAND: {
         // Without the data word there is nowhere to keep the user's choices.
         std::uint32_t scratch = 0;
-        return OnCommand(dialog, static_cast<int>(wparam & 0xFFFF), data != nullptr ? data : &scratch)
+        return OnCommand(dialog, static_cast<int>(wparam & 0xFFFF),
+                         data != nullptr ? data : &scratch)
                    ? 1
                    : 0;
       }

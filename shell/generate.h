@@ -1,21 +1,30 @@
-// The command itself: checks, the groove file read and filtered, the staff
-// prepared, the groove placed once per its length, the staff finished and
-// the playback markers added.
+// The command itself: the target staff checked, the groove file read and
+// filtered, the staff prepared, the groove placed once per its length, the
+// staff finished and the playback markers added.
 #pragma once
+
+#include <cantel/cantel.h>
 
 #include <cstdint>
 
+#include "notation_styles.h"
+#include "style_library.h"
+
 namespace rw::shell {
 
-// True when every measure of the working region has the same time
-// signature and none is composite; otherwise shows string 17 or 18.
-bool CheckTimeSignatures();
-// True when the target staff is empty in the working region, or the user
-// agreed (string 14) to replace what it holds.
-bool CheckExistingNotes();
-// True when the document holds a percussion map.
-bool HasPercussionMap();
-// Runs one command; true ends the dialog. Sets commandResult on success.
-bool GenerateGroove(void* dialog, std::uint32_t* data);
+// What the user chose in the dialog, and the regions of the run.
+struct GenerateOptions {
+  ERegion work{};             // whole measures, with one time signature throughout
+  ERegion document{};         // the whole document
+  bool newStaff = false;      // "New Staff at Bottom of Score"
+  std::int32_t staffRow = 0;  // otherwise this row of the staff list; its slot is the row + 1
+  GrooveStyle style;
+  NotationStyle notation = NotationStyle::PercussionMap;
+};
+
+// Runs one command inside the edit the dialog opened; true when the groove
+// was written (or, as the module always has, when the temporary file could
+// not be written and nothing was). Every message it needs it shows itself.
+bool GenerateGroove(const GenerateOptions& options);
 
 }  // namespace rw::shell

@@ -7,7 +7,6 @@
 
 #include "host_api.h"
 #include "platform.h"
-#include "style_library.h"
 
 namespace rw::shell {
 namespace {

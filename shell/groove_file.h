@@ -20,8 +20,12 @@ struct GrooveBuffer {
 // read whole, or no memory is left for it.
 std::optional<GrooveBuffer> ReadGrooveFile(const std::u16string& path);
 
-// "RhythmWeave$$Temp$$File.mid" in the host's temporary folder. Once written
-// it is removed when the object goes, on every way out of the run.
+// The file the host's import reads, in its temporary folder. Never offered
+// as a style, although it may sit in the groove folder too.
+inline constexpr char16_t kTemporaryFileName[] = u"RhythmWeave$$Temp$$File.mid";
+
+// The temporary file of one run. Once written it is removed when the object
+// goes, on every way out of the run.
 class TemporaryGrooveFile {
  public:
   TemporaryGrooveFile() = default;

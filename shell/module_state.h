@@ -1,30 +1,58 @@
-// The module's globals: one instance per loaded module, zero-initialised,
-// overwritten by each run of the command.
+// What the module keeps while it is loaded, in one place: the run of the
+// command in progress, which the host's dialog callback needs, and the
+// user's choices, remembered from one run to the next. Everything here is
+// touched on the host's UI thread only, one invoke at a time; the generate
+// command reads none of it and gets what it needs as arguments.
 #pragma once
 
 #include <cantel/cantel.h>
 
+#include <cstddef>
 #include <cstdint>
+
+#include "style_library.h"
 
 namespace rw::shell {
 
+inline constexpr std::uint32_t kFlagNewStaff = 0x1;       // data word: new staff chosen at OK
+inline constexpr std::uint32_t kFlagCancelled = 0x10000;  // data word: the user cancelled
+inline constexpr std::uint32_t kPlacementNotRead = 0xFFFFFFFF;
+
+// The choices that outlive a run while the module stays loaded. Only the
+// placement is also stored for the next session (settings.h).
+struct RememberedChoices {
+  std::uint32_t placement = kPlacementNotRead;  // bit 0: new staff; until read, kPlacementNotRead
+  std::int32_t styleRow = -1;                   // the style list at the last OK; -1 for none
+  std::int32_t staffRow = 0;                    // the staff list at the last OK
+  std::int32_t notationRow = 0;                 // the Generate list, selected again at each opening
+};
+
+// One run of the command, from invoke to its return.
+struct CommandRun {
+  const ERegion* selection = nullptr;  // the host's own, null when nothing is selected
+  ERegion document{};
+  ERegion work{};                 // whole measures; what the command fills
+  std::uint32_t dialogFlags = 0;  // the dialog's data word; CX_Dialog is handed its address
+  std::uint16_t dialogRunning = 0;
+  std::uint16_t result = 0;  // what invoke answers: 1 once the groove was written
+  // The dialog's own state while it is open.
+  StyleLibrary styles;          // row n of the style list is entry n
+  bool regionAccepted = false;  // the region's meters passed at the opening
+  bool timerPending = false;    // the close timer is armed
+};
+
 inline constexpr std::size_t kMenuNameSize = 64;
 
-extern std::uint32_t hostVersion;  // kept, never read
-// Filled at each enumeration and never read again; its first text is the
-// name of a sibling plug-in and stays as it is.
-extern char menuName[kMenuNameSize];
-extern std::uint16_t dialogRunning;
-extern std::uint16_t commandResult;
-extern const ERegion* selectionRegion;  // the host's, null when nothing is selected
-extern ERegion documentRegion;
-extern ERegion workRegion;
-// The dialog's data word: bit 0 new staff chosen at OK, bit 16 cancelled.
-extern std::uint32_t dialogFlags;
-inline constexpr std::uint32_t kFlagNewStaff = 0x1;
-inline constexpr std::uint32_t kFlagCancelled = 0x10000;
+struct ModuleState {
+  std::uint32_t hostVersion = 0;  // kept, never read
+  // Filled at each enumeration and never read again; its first text is the
+  // name of a sibling plug-in and stays as it is.
+  char menuName[kMenuNameSize] = "Lantern Cues";
+  void* instance = nullptr;  // the module's own, for its resources
+  CommandRun run;
+  RememberedChoices choices;
+};
 
-// The module's own instance handle, stored when the process attached it.
-extern void* instanceHandle;
+extern ModuleState moduleState;
 
 }  // namespace rw::shell

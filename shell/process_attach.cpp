@@ -9,7 +9,7 @@
 extern "C" BOOL WINAPI DllMain(HINSTANCE instance, DWORD reason, LPVOID) {
   if (reason != DLL_PROCESS_ATTACH) return TRUE;
   if (rw::host::FindHostModule() == nullptr) return FALSE;
-  rw::shell::instanceHandle = instance;
+  rw::shell::moduleState.instance = instance;
   return TRUE;
 }
 
@@ -19,7 +19,7 @@ extern "C" BOOL WINAPI DllMain(HINSTANCE instance, DWORD reason, LPVOID) {
 // simply answers its fallback.
 __attribute__((constructor)) static void AttachToProcess() {
   rw::host::FindHostModule();
-  rw::shell::instanceHandle = rw::platform::OwnModule();
+  rw::shell::moduleState.instance = rw::platform::OwnModule();
 }
 
 #endif

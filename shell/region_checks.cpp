@@ -1,13 +1,9 @@
-// The checks that run before anything in the document changes.
-#include <cantel/cantel.h>
+#include "region_checks.h"
 
-#include "dialog_state.h"
-#include "generate.h"
 #include "host_api.h"
 #include "measures.h"
-#include "messages.h"
-#include "module_state.h"
 #include "records.h"
+#include "user_messages.h"
 
 namespace rw::shell {
 namespace {
@@ -29,9 +25,9 @@ bool HoldsNotes(void* frame) {
 
 }  // namespace
 
-bool CheckTimeSignatures() {
-  const std::uint32_t first = workRegion.startMeasure;
-  const std::uint32_t last = workRegion.endMeasure;
+bool CheckTimeSignatures(const ERegion& work) {
+  const std::uint32_t first = work.startMeasure;
+  const std::uint32_t last = work.endMeasure;
   MeasureSpecification previous{};
   for (std::uint32_t measure = first; measure <= last; ++measure) {
     const MeasureSpecification spec = ReadMeasureSpecification(static_cast<std::uint16_t>(measure));
@@ -49,12 +45,10 @@ bool CheckTimeSignatures() {
   return true;
 }
 
-bool CheckExistingNotes() {
-  // The staff list's row is passed as the slot, as it stands. Hidden layers
-  // count as much as shown ones.
-  const auto slot = static_cast<std::uint16_t>(targetStaffIndex + 1);
+bool CheckExistingNotes(const ERegion& work, std::uint16_t slot) {
+  // Hidden layers count as much as shown ones.
   const std::uint32_t layers = host::CX_GetMaxLayers(host::kVersion);
-  for (std::uint32_t measure = workRegion.startMeasure; measure <= workRegion.endMeasure; ++measure) {
+  for (std::uint32_t measure = work.startMeasure; measure <= work.endMeasure; ++measure) {
     for (std::uint32_t layer = 0; layer < layers; ++layer) {
       void* frame = host::CX_LoadTGF(0, slot, static_cast<std::uint16_t>(measure),
                                      static_cast<std::uint16_t>(layer), 0, host::kVersion);

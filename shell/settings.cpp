@@ -19,9 +19,7 @@ void ToBytes(std::uint32_t value, std::uint8_t (&bytes)[4]) {
 
 }  // namespace
 
-std::uint32_t placementSetting = 0xFFFFFFFF;
-
-std::uint32_t LoadPlacementSetting() {
+std::uint32_t LoadPlacementSetting(std::uint32_t& placementSetting) {
   if (placementSetting > 1) {
     placementSetting = 1;
     platform::RegistryKey key = nullptr;
@@ -41,7 +39,7 @@ std::uint32_t LoadPlacementSetting() {
   return placementSetting;
 }
 
-void SavePlacementSetting(std::uint32_t flags) {
+void SavePlacementSetting(std::uint32_t flags, std::uint32_t& placementSetting) {
   placementSetting = flags;
   platform::RegistryKey key = nullptr;
   if (platform::RegOpenKeyExA(kKey, 0, platform::kKeyAllAccess, &key) != platform::kRegistryOk) {

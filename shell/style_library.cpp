@@ -2,23 +2,18 @@
 
 #include <cantel/cantel.h>
 
+#include "dialog_ids.h"
+#include "groove_file.h"
 #include "host_api.h"
-#include "messages.h"
+#include "notation_styles.h"
+#include "platform.h"
 #include "string_resources.h"
+#include "user_messages.h"
 
 namespace rw::shell {
-
-std::vector<GrooveStyle> styleLibrary;
-std::u16string grooveFolder;
-std::int32_t notationIndex = 0;
-
 namespace {
 
-constexpr int kStyleList = 2002;
-constexpr int kGenerateList = 1019;
 constexpr std::uint32_t kStringNoGrooves = 22;
-constexpr std::uint32_t kFirstNotationString = 10;  // then 11 and 12
-constexpr int kNotationStyles = 3;
 constexpr std::size_t kNotationTextCapacity = 257;
 
 constexpr char16_t kGrooveFolderName[] = u"\\Rhythm Weave\\";
@@ -26,6 +21,11 @@ constexpr char16_t kPattern[] = u"*.mid";
 
 std::int64_t TextArgument(const void* text) {
   return static_cast<std::int64_t>(reinterpret_cast<std::intptr_t>(text));
+}
+
+std::int64_t SendToList(void* dialog, int list, std::uint32_t message, std::uint64_t wparam = 0,
+                        std::int64_t lparam = 0) {
+  return host::SendDlgItemMessageW(dialog, list, message, wparam, lparam);
 }
 
 // The Component Files folder with the groove folder's name after it, or an
@@ -41,49 +41,54 @@ std::u16string FindGrooveFolder() {
   return folder;
 }
 
-void AddStyle(void* dialog, const platform::FindData& found) {
-  styleLibrary.push_back(GrooveStyle{found});
-  // The shown name is the file name less its last four characters (".mid").
-  std::u16string shown(found.fileName);
-  shown.resize(shown.size() >= 4 ? shown.size() - 4 : 0);
-  platform::SendDlgItemMessageW(dialog, kStyleList, CX_LB_ADDSTRING, 0, TextArgument(shown.c_str()));
+StyleLibrary FindStyles() {
+  StyleLibrary styles;
+  const std::u16string folder = FindGrooveFolder();
+  if (folder.empty()) return styles;
+  const std::u16string pattern = folder + kPattern;
+  platform::FindData found;
+  // The search handle is left open, as the module always has.
+  platform::FindHandle search = platform::FindFirstFileW(pattern.c_str(), &found);
+  if (search == platform::kInvalidFindHandle) return styles;
+  do {
+    if (std::u16string_view(found.fileName) != kTemporaryFileName) {
+      styles.push_back(GrooveStyle{folder, found.fileName});
+    }
+  } while (platform::FindNextFileW(search, &found));
+  return styles;
+}
+
+void FillGenerateList(void* dialog, std::int32_t notationRow) {
+  for (const NotationStyleRow& style : NotationStyles()) {
+    char text[kNotationTextCapacity];
+    LoadStringResourceA(style.stringId, text, sizeof text);
+    host::SendDlgItemMessageA(dialog, RW_ID_GENERATE_LIST, CX_CB_ADDSTRING, 0, TextArgument(text));
+  }
+  host::SendDlgItemMessageA(dialog, RW_ID_GENERATE_LIST, CX_CB_SETCURSEL,
+                            static_cast<std::uint64_t>(static_cast<std::int64_t>(notationRow)), 0);
 }
 
 }  // namespace
 
-bool FillStyleLibrary(void* dialog) {
-  platform::SendDlgItemMessageW(dialog, kStyleList, CX_LB_RESETCONTENT, 0, 0);
-  platform::SendDlgItemMessageW(dialog, kGenerateList, CX_CB_RESETCONTENT, 0, 0);
+std::u16string GrooveStyle::ShownName() const {
+  return fileName.substr(0, fileName.size() >= 4 ? fileName.size() - 4 : 0);
+}
 
-  grooveFolder = FindGrooveFolder();
-  styleLibrary.clear();
+StyleLibrary FillStyleLibrary(void* dialog, std::int32_t notationRow) {
+  SendToList(dialog, RW_ID_STYLE_LIST, CX_LB_RESETCONTENT);
+  SendToList(dialog, RW_ID_GENERATE_LIST, CX_CB_RESETCONTENT);
 
-  if (!grooveFolder.empty()) {
-    const std::u16string pattern = grooveFolder + kPattern;
-    platform::FindData found;
-    // The search handle is left open, as the module always has.
-    platform::FindHandle search = platform::FindFirstFileW(pattern.c_str(), &found);
-    if (search != platform::kInvalidFindHandle) {
-      do {
-        if (std::u16string_view(found.fileName) != kTemporaryFileName) AddStyle(dialog, found);
-      } while (platform::FindNextFileW(search, &found));
-    }
+  StyleLibrary styles = FindStyles();
+  for (const GrooveStyle& style : styles) {
+    const std::u16string shown = style.ShownName();
+    SendToList(dialog, RW_ID_STYLE_LIST, CX_LB_ADDSTRING, 0, TextArgument(shown.c_str()));
   }
-
-  if (styleLibrary.empty()) {
+  if (styles.empty()) {
     ShowMessage(kStringNoGrooves, CX_MB_EXCLAMATION);
-    return false;
+    return styles;
   }
-
-  for (int row = 0; row < kNotationStyles; ++row) {
-    char text[kNotationTextCapacity];
-    LoadStringResourceA(kFirstNotationString + static_cast<std::uint32_t>(row), text, sizeof text);
-    platform::SendDlgItemMessageA(dialog, kGenerateList, CX_CB_ADDSTRING, 0, TextArgument(text));
-  }
-  platform::SendDlgItemMessageA(dialog, kGenerateList, CX_CB_SETCURSEL,
-                                static_cast<std::uint64_t>(static_cast<std::int64_t>(notationIndex)),
-                                0);
-  return true;
+  FillGenerateList(dialog, notationRow);
+  return styles;
 }
 
 }  // namespace rw::shell

@@ -1,30 +1,32 @@
 // The styles the user can choose: the Standard MIDI Files of the groove
 // folder "Rhythm Weave" inside the host's Component Files folder, in the
-// order of the directory search, rebuilt at every opening of the dialog.
+// order of the directory search, found afresh at every opening of the
+// dialog.
 #pragma once
 
 #include <cstdint>
 #include <string>
 #include <vector>
 
-#include "platform.h"
-
 namespace rw::shell {
 
+// One groove file of the folder.
 struct GrooveStyle {
-  platform::FindData found;  // the search's record; only the name is used
+  std::u16string folder;    // the groove folder, ending in a separator
+  std::u16string fileName;  // as the directory search gave it
+
+  std::u16string Path() const { return folder + fileName; }
+  // The file name less its last four characters (".mid"; a ".midi" keeps
+  // its point).
+  std::u16string ShownName() const;
 };
 
-extern std::vector<GrooveStyle> styleLibrary;
-// UTF-16, ending in a separator; the file names are appended to it.
-extern std::u16string grooveFolder;
-// The row of the Generate list to select (the notation style).
-extern std::int32_t notationIndex;
+using StyleLibrary = std::vector<GrooveStyle>;
 
-inline constexpr char16_t kTemporaryFileName[] = u"RhythmWeave$$Temp$$File.mid";
-
-// Fills the style list (2002) and, when a style was found, the Generate
-// list (1019). Shows string 22 and answers false when the folder has none.
-bool FillStyleLibrary(void* dialog);
+// Finds the styles and fills the style list (2002) with their shown names
+// and, when there is one, the Generate list (1019) with the notation styles,
+// selecting `notationRow`. Shows string 22 and answers an empty library
+// when the folder holds none.
+StyleLibrary FillStyleLibrary(void* dialog, std::int32_t notationRow);
 
 }  // namespace rw::shell

@@ -2,8 +2,7 @@
 
 #include <cstring>
 
-#include "messages.h"
-#include "module_state.h"
+#include "user_messages.h"
 
 namespace rw::shell {
 namespace {
@@ -22,20 +21,20 @@ bool CoversWholeMeasures(const ERegion& region) {
 
 }  // namespace
 
-bool PrepareWorkRegion() {
-  if (selectionRegion != nullptr) {
-    std::memcpy(&workRegion, selectionRegion, sizeof workRegion);
-    if (RunsBackwards(workRegion)) return false;
-    if (CoversWholeMeasures(workRegion)) return true;
+bool PrepareWorkRegion(const ERegion* selection, const ERegion& document, ERegion& work) {
+  if (selection != nullptr) {
+    std::memcpy(&work, selection, sizeof work);
+    if (RunsBackwards(work)) return false;
+    if (CoversWholeMeasures(work)) return true;
     if (!AskYesNo(kStringPartialSelection)) return false;
     // Only our copy widens; the host's selection stays as it is.
-    workRegion.startPosition = 0;
-    workRegion.endPosition = CX_END_OF_MEASURE;
+    work.startPosition = 0;
+    work.endPosition = CX_END_OF_MEASURE;
     return true;
   }
-  if (RunsBackwards(documentRegion)) return false;
+  if (RunsBackwards(document)) return false;
   if (!AskYesNo(kStringNoSelection)) return false;
-  workRegion = documentRegion;
+  work = document;
   return true;
 }
 

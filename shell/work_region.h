@@ -1,11 +1,13 @@
 // The region the command fills, prepared before its dialog opens.
 #pragma once
 
+#include <cantel/cantel.h>
+
 namespace rw::shell {
 
-// Fills workRegion from the selection (widened to whole measures after the
-// user agreed) or from the whole document (after the user agreed). False
-// when the user declined or the region runs backwards.
-bool PrepareWorkRegion();
+// The selection (widened to whole measures once the user agreed, string 25)
+// or the whole document (once the user agreed, string 13) into `work`.
+// False when the user declined or the region runs backwards.
+bool PrepareWorkRegion(const ERegion* selection, const ERegion& document, ERegion& work);
 
 }  // namespace rw::shell

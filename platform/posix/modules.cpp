@@ -36,4 +36,6 @@ ModuleHandle OwnModule() {
   return own;
 }
 
+ModuleHandle DialogControlModule() { return HostModule(); }
+
 }  // namespace rw::platform

@@ -30,4 +30,8 @@ ModuleHandle OwnModule() {
   return own;
 }
 
+ModuleHandle DialogControlModule() {
+  return reinterpret_cast<ModuleHandle>(::GetModuleHandleA("user32.dll"));
+}
+
 }  // namespace rw::platform

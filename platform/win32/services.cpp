@@ -1,4 +1,4 @@
-// Strings, registry, files and dialog controls: the system's own calls.
+// Strings, registry and files: the system's own calls.
 #include <windows.h>
 
 #include <cstdio>
@@ -82,18 +82,6 @@ std::FILE* OpenFileW(const char16_t* path, const char* mode) {
     wideMode[i] = static_cast<wchar_t>(mode[i]);
   }
   return ::_wfopen(reinterpret_cast<const wchar_t*>(path), wideMode);
-}
-
-std::int64_t SendDlgItemMessageW(void* dialog, int control, std::uint32_t message,
-                                 std::uint64_t wparam, std::int64_t lparam) {
-  return ::SendDlgItemMessageW(static_cast<HWND>(dialog), control, message,
-                               static_cast<WPARAM>(wparam), static_cast<LPARAM>(lparam));
-}
-
-std::int64_t SendDlgItemMessageA(void* dialog, int control, std::uint32_t message,
-                                 std::uint64_t wparam, std::int64_t lparam) {
-  return ::SendDlgItemMessageA(static_cast<HWND>(dialog), control, message,
-                               static_cast<WPARAM>(wparam), static_cast<LPARAM>(lparam));
 }
 
 }  // namespace rw::platform

@@ -140,26 +140,27 @@ TEST_F(NewStaff, GoesBelowTheLastStaffBy250Units) {
   cx_put_u32(entry.data(), CX_STAFF_LIST_VERTICAL, static_cast<std::uint32_t>(-100));
   doc.set_record(CX_TAG_STAFF_LIST, 0, 0, entry);
 
-  const std::uint16_t added = rw::AddStaffAtBottom();
+  const auto [slot, added] = rw::AddStaffAtBottom();
   ASSERT_NE(added, 0);
   EXPECT_NE(added, drums);
   EXPECT_EQ(doc.staves_in_order(), (std::vector<std::uint16_t>{drums, added}));
-  EXPECT_EQ(rw::host::CX_InstToSlot(added, 0, kVersion), 2);
+  EXPECT_EQ(slot, 2u);
   const rw::StaffList list(0);
   EXPECT_EQ(list.Entry(1).VerticalPosition(), -350);
   EXPECT_EQ(doc.record(CX_TAG_STAFF_SPEC, added, 0)->size(), std::size_t{CX_STAFF_SPEC_SIZE});
 }
 
 TEST_F(NewStaff, TheFirstStaffOfAnEmptyScoreKeepsItsPlace) {
-  const std::uint16_t added = rw::AddStaffAtBottom();
+  const auto [slot, added] = rw::AddStaffAtBottom();
   ASSERT_NE(added, 0);
+  EXPECT_EQ(slot, 1u);
   EXPECT_EQ(doc.staves_in_order(), std::vector<std::uint16_t>{added});
 }
 
 TEST_F(NewStaff, ARefusedCreationReportsFailure) {
   doc.add_staff("Drums", "");
   doc.refuse_writes(CX_TAG_STAFF_SPEC);
-  EXPECT_EQ(rw::AddStaffAtBottom(), 0);
+  EXPECT_EQ(rw::AddStaffAtBottom().staff, 0);
   EXPECT_EQ(doc.staves_in_order().size(), 1u);
 }
 

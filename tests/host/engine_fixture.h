@@ -8,7 +8,7 @@
 #include "cantel_engine/document.h"
 
 // The engine's exports, declared from the interface's own table.
-#define CX_DECLARE_IMPORT(name, result, params, fallback) name##_t name;
+#define CX_DECLARE_IMPORT(name, result, params) name##_t name;
 extern "C" {
 CX_HOST_FUNCTIONS(CX_DECLARE_IMPORT)
 }

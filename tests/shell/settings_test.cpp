@@ -1,17 +1,23 @@
 // The placement setting against a per-user settings folder made for each
-// test. The module reads the store at most once, so each test resets the
-// in-memory value as a fresh module load would.
+// test; each test starts from a fresh module's memory.
+#include "settings.h"
+
 #include <gtest/gtest.h>
 #include <stdlib.h>
 
 #include <filesystem>
 #include <fstream>
+#include <optional>
+#include <vector>
 
-#include "settings.h"
+#include "module_state.h"
 
 namespace {
 
 namespace fs = std::filesystem;
+using Bytes = std::vector<std::uint8_t>;
+using rw::shell::LoadPlacementSetting;
+using rw::shell::SavePlacementSetting;
 
 class ThePlacementSetting : public ::testing::Test {
  protected:
@@ -20,59 +26,59 @@ class ThePlacementSetting : public ::testing::Test {
     fs::remove_all(home_);
     fs::create_directories(home_);
     ::setenv("XDG_CONFIG_HOME", home_.c_str(), 1);
-    rw::shell::placementSetting = 0xFFFFFFFF;
   }
   void TearDown() override { fs::remove_all(home_); }
 
   fs::path Key() const { return home_ / "HarpWorks"; }
-  void Store(std::initializer_list<std::uint8_t> bytes) {
+  void Store(const Bytes& bytes) {
     fs::create_directories(Key());
-    std::ofstream value(Key() / "rhythmweavePI", std::ios::binary);
+    std::ofstream value(Key() / "rhythmweavePI", std::ios::binary | std::ios::trunc);
     for (std::uint8_t b : bytes) value.put(static_cast<char>(b));
   }
-  std::vector<std::uint8_t> Stored() const {
+  Bytes Stored() const {
     std::ifstream value(Key() / "rhythmweavePI", std::ios::binary);
     return {std::istreambuf_iterator<char>(value), std::istreambuf_iterator<char>()};
   }
 
   fs::path home_;
+  std::uint32_t remembered_ = rw::shell::kPlacementNotRead;
 };
 
-TEST_F(ThePlacementSetting, ReadsAStoredZeroOrOne) {
-  Store({0, 0, 0, 0});
-  EXPECT_EQ(rw::shell::LoadPlacementSetting(), 0u);
-  rw::shell::placementSetting = 0xFFFFFFFF;
-  Store({1, 0, 0, 0});
-  EXPECT_EQ(rw::shell::LoadPlacementSetting(), 1u);
-}
-
-TEST_F(ThePlacementSetting, ReadsAnythingAboveOneAsOne) {
-  Store({5, 0, 0, 0});
-  EXPECT_EQ(rw::shell::LoadPlacementSetting(), 1u);
-  rw::shell::placementSetting = 0xFFFFFFFF;
-  Store({0, 0, 0, 0, 0, 0, 0, 0});  // longer than the setting: the query fails
-  EXPECT_EQ(rw::shell::LoadPlacementSetting(), 1u);
-}
-
-TEST_F(ThePlacementSetting, DefaultsToANewStaffWithoutTheKey) {
-  EXPECT_EQ(rw::shell::LoadPlacementSetting(), 1u);
+TEST_F(ThePlacementSetting, ReadsWhatIsStoredAsZeroOrOne) {
+  const struct {
+    std::optional<Bytes> stored;
+    std::uint32_t read;
+  } cases[] = {
+      {Bytes{0, 0, 0, 0}, 0},
+      {Bytes{1, 0, 0, 0}, 1},
+      {Bytes{5, 0, 0, 0}, 1},              // anything above one is one
+      {Bytes{0, 0}, 0},                    // a shorter value replaces the leading bytes of 1
+      {Bytes{0, 0, 0, 0, 0, 0, 0, 0}, 1},  // a longer one fails the query
+      {std::nullopt, 1},                   // no value: a new staff
+  };
+  for (const auto& c : cases) {
+    fs::remove_all(Key());
+    if (c.stored) Store(*c.stored);
+    std::uint32_t remembered = rw::shell::kPlacementNotRead;
+    EXPECT_EQ(LoadPlacementSetting(remembered), c.read) << ::testing::PrintToString(c.stored);
+  }
 }
 
 TEST_F(ThePlacementSetting, IsReadFromTheStoreOnlyOncePerModule) {
   Store({0, 0, 0, 0});
-  EXPECT_EQ(rw::shell::LoadPlacementSetting(), 0u);
+  EXPECT_EQ(LoadPlacementSetting(remembered_), 0u);
   Store({1, 0, 0, 0});
-  EXPECT_EQ(rw::shell::LoadPlacementSetting(), 0u);
+  EXPECT_EQ(LoadPlacementSetting(remembered_), 0u);
 }
 
-TEST_F(ThePlacementSetting, IsSavedOnlyWhereTheKeyExistsButAlwaysKeptInMemory) {
-  rw::shell::SavePlacementSetting(0);
+TEST_F(ThePlacementSetting, IsSavedOnlyWhereTheKeyExistsButAlwaysRemembered) {
+  SavePlacementSetting(0, remembered_);
   EXPECT_FALSE(fs::exists(Key()));  // the key is never created
-  EXPECT_EQ(rw::shell::LoadPlacementSetting(), 0u);
+  EXPECT_EQ(LoadPlacementSetting(remembered_), 0u);
 
   fs::create_directories(Key());
-  rw::shell::SavePlacementSetting(1);
-  EXPECT_EQ(Stored(), (std::vector<std::uint8_t>{1, 0, 0, 0}));
+  SavePlacementSetting(1, remembered_);
+  EXPECT_EQ(Stored(), (Bytes{1, 0, 0, 0}));
 }
 
 }  // namespace

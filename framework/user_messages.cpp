@@ -1,9 +1,9 @@
-#include "messages.h"
+#include "user_messages.h"
 
 #include "host_api.h"
 #include "string_resources.h"
 
-namespace rw::shell {
+namespace rw {
 namespace {
 constexpr std::size_t kMessageCapacity = 1024;
 }
@@ -16,4 +16,4 @@ std::uint16_t ShowMessage(std::uint32_t id, std::uint16_t style) {
 
 bool AskYesNo(std::uint32_t id) { return ShowMessage(id, CX_MB_QUESTION_YESNO) == CX_ID_YES; }
 
-}  // namespace rw::shell
+}  // namespace rw

@@ -1,9 +1,10 @@
-// Messages from the plug-in's string table, shown by the host.
+// Messages from the plug-in's string table, shown by the host with no owner
+// window. The framework's only voice: everything else in it is silent.
 #pragma once
 
 #include <cstdint>
 
-namespace rw::shell {
+namespace rw {
 
 // Shows string `id` in the current language with a message-box style;
 // returns the button the user pressed (0 when the host cannot show it).
@@ -11,4 +12,4 @@ std::uint16_t ShowMessage(std::uint32_t id, std::uint16_t style);
 // Asks string `id` as a Yes/No question; true only for Yes.
 bool AskYesNo(std::uint32_t id);
 
-}  // namespace rw::shell
+}  // namespace rw
