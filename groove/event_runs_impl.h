@@ -56,10 +56,11 @@ inline bool OneDataByte(uint8_t status) {
 }
 }  // namespace detail
 
-// The state of one run through the window, copied out of the members and
-// back once: a byte stored into the buffer may alias any member, and would
-// otherwise force each of them to be reloaded after every edit. Each loop
-// below copies what it uses into its own locals again for the same reason.
+// The state of one run through the window: the track and drum state are
+// copied out of the members and back once, because a byte stored into the
+// buffer may alias any member and would otherwise force each of them to be
+// reloaded after every edit. Each loop below copies what it uses into its
+// own locals again for the same reason.
 template <class Store>
 struct BasicSmfReader<Store>::WindowRun {
   Store store;
@@ -69,18 +70,11 @@ struct BasicSmfReader<Store>::WindowRun {
   uint64_t chunkStop;  // where the chunk's unread part ends
   uint64_t stop;       // the first position not taken: chunk end or window
   int64_t writePos;
-  uint8_t runningStatus;
   uint8_t lastByte;
   int32_t lastVarLen;
-  int32_t absoluteTime;
-  int32_t measure;
-  int32_t tickInMeasure;
-  int32_t ticksPerMeasure;
-  int32_t lastDrumMeasure;
-  int32_t lastDrumTick;
-  int32_t highestKey;
-  int32_t lowestKey;
-  bool drums;
+  TrackState track;
+  DrumState drums;
+  bool drumsFound;
 
   static constexpr uint64_t kWindow = 8;  // the longest event taken is 5 bytes
   void SetStop() { stop = std::min(store.size() - kWindow + 1, chunkStop); }
@@ -111,18 +105,11 @@ bool BasicSmfReader<Store>::ReadChannelEventsInWindow(bool collect, bool& drumEv
       .chunkStop = startPos + static_cast<uint64_t>(chunkLength_ - chunkConsumed_),
       .stop = 0,
       .writePos = writePos_,
-      .runningStatus = runningStatus_,
       .lastByte = lastByte_,
       .lastVarLen = lastVarLen_,
-      .absoluteTime = absoluteTime_,
-      .measure = measure_,
-      .tickInMeasure = tickInMeasure_,
-      .ticksPerMeasure = ticksPerMeasure_,
-      .lastDrumMeasure = lastDrumMeasure_,
-      .lastDrumTick = lastDrumTick_,
-      .highestKey = highestKey_,
-      .lowestKey = lowestKey_,
-      .drums = false,
+      .track = track_,
+      .drums = drums_,
+      .drumsFound = false,
   };
   run.SetStop();
 
@@ -133,9 +120,9 @@ bool BasicSmfReader<Store>::ReadChannelEventsInWindow(bool collect, bool& drumEv
     if (!detail::ShortDelta(bytes, delta, statusAt)) break;
     const uint8_t status = bytes[statusAt];
     if (status < 0x80) {
-      if (run.runningStatus == 0) break;
-      const bool twoData = !detail::OneDataByte(run.runningStatus);
-      const bool drum = collect && (run.runningStatus & 0x0F) == 9;
+      if (run.track.runningStatus == 0) break;
+      const bool twoData = !detail::OneDataByte(run.track.runningStatus);
+      const bool drum = collect && (run.track.runningStatus & 0x0F) == 9;
       if (twoData) {
         drum ? ReadRunningStatusRun<true, true>(run) : ReadRunningStatusRun<true, false>(run);
       } else {
@@ -149,14 +136,14 @@ bool BasicSmfReader<Store>::ReadChannelEventsInWindow(bool collect, bool& drumEv
       run.position += length;
       run.lastByte = bytes[length - 1];
       run.lastVarLen = static_cast<int32_t>(delta);
-      run.runningStatus = status;
+      run.track.runningStatus = status;
       // Even a zero delta: a meter set late can leave the tick beyond its measure.
-      detail::AdvanceTime(run.absoluteTime, run.measure, run.tickInMeasure, run.ticksPerMeasure,
-                          static_cast<int32_t>(delta));
-      run.drums = true;
-      run.lastDrumMeasure = run.measure;
-      run.lastDrumTick = run.tickInMeasure;
-      if (NamesKey(status)) NoteKey(key, run.highestKey, run.lowestKey);
+      detail::AdvanceTime(run.track.absoluteTime, run.track.measure, run.track.tickInMeasure,
+                          run.track.meter.ticksPerMeasure, static_cast<int32_t>(delta));
+      run.drumsFound = true;
+      run.drums.lastMeasure = run.track.measure;
+      run.drums.lastTick = run.track.tickInMeasure;
+      if (NamesKey(status)) NoteKey(key, run.drums.highestKey, run.drums.lowestKey);
     } else if (detail::OneDataByte(status) && !run.RoomToGrow()) {
       break;
     } else {
@@ -177,17 +164,11 @@ bool BasicSmfReader<Store>::ReadChannelEventsInWindow(bool collect, bool& drumEv
   chunkEnd_ += grown;
   if (grown > 0) lengthFieldStale_ = true;
   writePos_ = run.writePos;
-  runningStatus_ = run.runningStatus;
   lastByte_ = run.lastByte;
   lastVarLen_ = run.lastVarLen;
-  absoluteTime_ = run.absoluteTime;
-  measure_ = run.measure;
-  tickInMeasure_ = run.tickInMeasure;
-  lastDrumMeasure_ = run.lastDrumMeasure;
-  lastDrumTick_ = run.lastDrumTick;
-  highestKey_ = run.highestKey;
-  lowestKey_ = run.lowestKey;
-  if (run.drums) drumEventsFound = true;
+  track_ = run.track;
+  drums_ = run.drums;
+  if (run.drumsFound) drumEventsFound = true;
   return true;
 }
 
@@ -197,15 +178,15 @@ void BasicSmfReader<Store>::ReadRunningStatusRun(WindowRun& run) {
   // Events in running status under one status. Nothing in them is edited:
   // only the time and the drums are followed. The caller saw the first event
   // whole, so at least one is taken.
-  const bool namesKey = NamesKey(run.runningStatus);
+  const bool namesKey = NamesKey(run.track.runningStatus);
   const uint8_t* bytes = run.store.Window(run.position);
   const uint64_t limit = run.stop - run.position;
-  int32_t absoluteTime = run.absoluteTime;
-  int32_t measure = run.measure;
-  int32_t tickInMeasure = run.tickInMeasure;
-  const int32_t ticksPerMeasure = run.ticksPerMeasure;
-  int32_t highestKey = run.highestKey;
-  int32_t lowestKey = run.lowestKey;
+  int32_t absoluteTime = run.track.absoluteTime;
+  int32_t measure = run.track.measure;
+  int32_t tickInMeasure = run.track.tickInMeasure;
+  const int32_t ticksPerMeasure = run.track.meter.ticksPerMeasure;
+  int32_t highestKey = run.drums.highestKey;
+  int32_t lowestKey = run.drums.lowestKey;
   uint64_t at = 0;
   uint32_t lastDelta = 0;
   do {
@@ -224,16 +205,16 @@ void BasicSmfReader<Store>::ReadRunningStatusRun(WindowRun& run) {
   run.position += at;
   run.lastVarLen = static_cast<int32_t>(lastDelta);
   run.lastByte = bytes[at - 1];
-  run.absoluteTime = absoluteTime;
-  run.measure = measure;
-  run.tickInMeasure = tickInMeasure;
+  run.track.absoluteTime = absoluteTime;
+  run.track.measure = measure;
+  run.track.tickInMeasure = tickInMeasure;
   if constexpr (kDrum) {
     // Every event of the run is a drum event, the last one included.
-    run.drums = true;
-    run.lastDrumMeasure = measure;
-    run.lastDrumTick = tickInMeasure;
-    run.highestKey = highestKey;
-    run.lowestKey = lowestKey;
+    run.drumsFound = true;
+    run.drums.lastMeasure = measure;
+    run.drums.lastTick = tickInMeasure;
+    run.drums.highestKey = highestKey;
+    run.drums.lowestKey = lowestKey;
   }
 }
 
@@ -255,10 +236,10 @@ void BasicSmfReader<Store>::SilenceRun(WindowRun& run) {
   const uint8_t* chunkEnd = in + (run.chunkStop - run.position);
   const uint8_t* limit = std::min(chunkEnd, store.InputEnd() - (WindowRun::kWindow - 1));
   const bool collect = run.collect;
-  int32_t absoluteTime = run.absoluteTime;
-  int32_t measure = run.measure;
-  int32_t tickInMeasure = run.tickInMeasure;
-  const int32_t ticksPerMeasure = run.ticksPerMeasure;
+  int32_t absoluteTime = run.track.absoluteTime;
+  int32_t measure = run.track.measure;
+  int32_t tickInMeasure = run.track.tickInMeasure;
+  const int32_t ticksPerMeasure = run.track.meter.ticksPerMeasure;
   uint8_t lastStatus = 0;
   uint32_t lastDelta = 0;
   uint8_t lastData = 0;
@@ -338,10 +319,10 @@ void BasicSmfReader<Store>::SilenceRun(WindowRun& run) {
   run.position += static_cast<uint64_t>(out - outStart);
   run.chunkStop += 2 * (store.size() - sizeBefore);
   run.SetStop();
-  run.absoluteTime = absoluteTime;
-  run.measure = measure;
-  run.tickInMeasure = tickInMeasure;
-  run.runningStatus = lastStatus;
+  run.track.absoluteTime = absoluteTime;
+  run.track.measure = measure;
+  run.track.tickInMeasure = tickInMeasure;
+  run.track.runningStatus = lastStatus;
   run.lastVarLen = static_cast<int32_t>(lastDelta);
   run.lastByte = lastData;
   run.writePos = static_cast<int64_t>(run.position);

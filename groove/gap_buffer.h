@@ -23,10 +23,6 @@ namespace rw::groove {
 
 class GapBuffer {
  public:
-  // The reader may decode whole events from Window() instead of byte by byte
-  // and batch its bookkeeping, as long as the bytes it leaves are the same.
-  static constexpr bool kLiteral = false;
-
   GapBuffer(uint8_t* buffer, uint64_t* size, uint64_t capacity)
       : buffer_(buffer), sizeVar_(size), size_(*size), capacity_(capacity), tail_(buffer) {}
 
@@ -36,6 +32,7 @@ class GapBuffer {
   // Logical byte `position`, for front_ <= position < size().
   uint8_t Get(uint64_t position) const { return tail_[position]; }
   // The bytes from `position` up to size(), contiguous; front_ <= position.
+  // The reader decodes whole events from it instead of byte by byte.
   const uint8_t* Window(uint64_t position) const { return tail_ + position; }
 
   void Put(uint64_t position, uint8_t value) {

@@ -4,11 +4,12 @@
 // The reader is a template over its byte store so that the tests can run the
 // very same parser over a plain, literal in-place store and compare the
 // bytes it leaves with those of the fast store (GapBuffer) used everywhere
-// else. Positions are kept in 64 bits; every value the file controls goes
-// through unsigned or wider arithmetic.
+// else; the literal store offers no window, so it is read byte by byte. Positions are kept in 64
+// bits; every value the file controls goes through unsigned or wider arithmetic.
 #pragma once
 
 #include <array>
+#include <concepts>
 #include <cstdint>
 
 #include "diagnostic_sink.h"
@@ -17,6 +18,41 @@
 #include "time_marks.h"
 
 namespace rw::groove {
+
+// The meter a track counts its measures in: 4/4 until a time signature
+// says otherwise.
+struct Meter {
+  int32_t numerator = 4;
+  int32_t denominator = 4;
+  int32_t ticksPerBeat = 0;
+  int32_t ticksPerMeasure = 0;
+};
+
+// Where the parse of one track stands.
+struct TrackState {
+  Meter meter;
+  int32_t absoluteTime = 0;
+  int32_t measure = 1;
+  int32_t tickInMeasure = 0;
+  uint8_t runningStatus = 0;
+};
+
+// What the drum events of the load have shown so far.
+struct DrumState {
+  int32_t lastMeasure = 0;  // where the last drum event lies
+  int32_t lastTick = 0;
+  int32_t highestKey = 0;
+  int32_t lowestKey = 127;
+};
+
+// A store that hands out its unread bytes as one contiguous window lets the
+// reader decode runs of ordinary events from it directly (event_runs_impl.h);
+// any other store is read byte by byte.
+template <class Store>
+concept WindowedStore = requires(Store store, const Store constStore, uint64_t position) {
+  { constStore.Window(position) } -> std::same_as<const uint8_t*>;
+  store.OpenStream(position);
+};
 
 template <class Store>
 class BasicSmfReader {
@@ -114,7 +150,7 @@ class BasicSmfReader {
 
   bool ReadHeader();
   bool LoadTracks();
-  bool ParseTrack(int32_t track, bool& drumEventsFound, bool collect);
+  bool ParseTrack(int32_t trackNumber, bool& drumEventsFound, bool collect);
 
   // Not set by a load; a caller that wants range marks supplies the range.
   void SetMeasureRange(int32_t first, int32_t last) {
@@ -146,10 +182,10 @@ class BasicSmfReader {
   int32_t trackCount() const { return trackCount_; }
   int32_t division() const { return division_; }
   bool drumNotesFound() const { return drumNotesFound_; }
-  int32_t lastDrumMeasure() const { return lastDrumMeasure_; }
-  int32_t lastDrumTick() const { return lastDrumTick_; }
-  int32_t highestDrumKey() const { return highestKey_; }
-  int32_t lowestDrumKey() const { return lowestKey_; }
+  int32_t lastDrumMeasure() const { return drums_.lastMeasure; }
+  int32_t lastDrumTick() const { return drums_.lastTick; }
+  int32_t highestDrumKey() const { return drums_.highestKey; }
+  int32_t lowestDrumKey() const { return drums_.lowestKey; }
   bool keyUsed(int key) const { return keyFlags_[static_cast<std::size_t>(key)] != 0; }
   const TimeMarkList& timeMarks() const { return marks_; }
   const TimeMark& smpteSnapshot() const { return smpteSnapshot_; }
@@ -164,7 +200,18 @@ class BasicSmfReader {
   void WriteStaleLengthField();
 
   // Track parsing helpers.
-  void ResetTrackState(int32_t track);
+  void ResetTrackState(int32_t trackNumber);
+  // A fresh current mark at the track's present position.
+  void StartMarkHere() {
+    StartMark(currentMark_, track_.meter.ticksPerBeat, track_.absoluteTime, track_.measure,
+              track_.tickInMeasure);
+  }
+  static void MarkMeter(TimeMark& mark, const Meter& meter) {
+    mark.numerator = meter.numerator;
+    mark.denominator = meter.denominator;
+    mark.ticksPerBeat = meter.ticksPerBeat;
+    mark.ticksPerMeasure = meter.ticksPerMeasure;
+  }
   void AdvanceTime(int32_t delta);
   bool RangeMarksPending() const { return (firstMeasure_ > 1 && !startMarkDone_) || !endMarkDone_; }
   void MakeRangeMarks(int32_t delta);
@@ -181,9 +228,9 @@ class BasicSmfReader {
                           bool collect, bool& drumEventsFound);
   void RecordDrumEvent(uint8_t status, uint8_t key, bool& drumEventsFound) {
     drumEventsFound = true;
-    lastDrumMeasure_ = measure_;
-    lastDrumTick_ = tickInMeasure_;
-    if (NamesKey(status)) NoteKey(key, highestKey_, lowestKey_);
+    drums_.lastMeasure = track_.measure;
+    drums_.lastTick = track_.tickInMeasure;
+    if (NamesKey(status)) NoteKey(key, drums_.highestKey, drums_.lowestKey);
   }
   // A note on (velocity 0 included) or a note off: its first data byte is a
   // key the groove uses.
@@ -195,7 +242,7 @@ class BasicSmfReader {
   }
   void SilenceEvent(int64_t eventStart, bool secondData);
   enum class MetaOutcome { kNext, kEndOfTrack, kFail };
-  MetaOutcome HandleMetaEvent(uint8_t type, int32_t track);
+  MetaOutcome HandleMetaEvent(uint8_t type, int32_t trackNumber);
   void SetTimeSignature(uint8_t numerator, uint8_t denominatorPower);
 
   Store store_;
@@ -223,14 +270,7 @@ class BasicSmfReader {
   bool drumNotesFound_ = false;
 
   // Track.
-  int32_t numerator_ = 4;
-  int32_t denominator_ = 4;
-  int32_t ticksPerBeat_ = 0;
-  int32_t ticksPerMeasure_ = 0;
-  int32_t absoluteTime_ = 0;
-  int32_t measure_ = 1;
-  int32_t tickInMeasure_ = 0;
-  uint8_t runningStatus_ = 0;
+  TrackState track_;
   bool markPending_ = false;
   TimeMark currentMark_{};
   std::array<uint8_t, kMaxMetaLength + 1> metaData_{};
@@ -238,8 +278,7 @@ class BasicSmfReader {
   // Groove model.
   int32_t firstMeasure_ = 0;
   int32_t lastMeasure_ = kNoLastMeasure;
-  int32_t lastDrumMeasure_ = 0;
-  int32_t lastDrumTick_ = 0;
+  DrumState drums_;
   TimeMarkList marks_;
   TimeMark smpteSnapshot_{};
   TimeMark timeSignatureSnapshot_{};
@@ -249,8 +288,6 @@ class BasicSmfReader {
   // One flag per key; a data byte of 128 or more lands in the two spare
   // tables behind it, which nothing reads.
   std::array<uint8_t, 3 * 128> keyFlags_{};
-  int32_t highestKey_ = 0;
-  int32_t lowestKey_ = 127;
 };
 
 using SmfReader = BasicSmfReader<GapBuffer>;

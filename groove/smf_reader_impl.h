@@ -68,12 +68,13 @@ void BasicSmfReader<Store>::InsertByte() {
   chunkEnd_ += 1;
   // The inserted byte is stepped over without counting as consumed; the
   // chunk's length field follows the growth so the chunk stays well-formed.
-  // A file of short messages grows at nearly every event, so the fast store
-  // writes the field once, with its last value, before anything else can
-  // look at those bytes. A field that the literal write would find outside
-  // the allocation is written now, so that the failure comes here.
+  // A file of short messages grows at nearly every event, so the field is
+  // written once, with its last value, before anything else can look at
+  // those bytes; the write position is left where writing it now would
+  // leave it. A field outside the allocation is written now, so that the
+  // failure comes here.
   const auto fieldPos = static_cast<uint64_t>(chunkLengthPos_);
-  if (!Store::kLiteral && fieldPos + 4 <= store_.capacity()) {
+  if (fieldPos + 4 <= store_.capacity()) {
     lengthFieldStale_ = true;
     writePos_ = chunkLengthPos_ + 4;
   } else {

@@ -11,34 +11,29 @@
 namespace rw::groove {
 
 template <class Store>
-void BasicSmfReader<Store>::ResetTrackState(int32_t track) {
-  numerator_ = 4;
-  denominator_ = 4;
-  ticksPerBeat_ = division_;
-  ticksPerMeasure_ = 4 * division_;
-  absoluteTime_ = 0;
-  measure_ = 1;
-  tickInMeasure_ = 0;
-  runningStatus_ = 0;
+void BasicSmfReader<Store>::ResetTrackState(int32_t trackNumber) {
+  track_ = TrackState{};
+  track_.meter.ticksPerBeat = division_;
+  track_.meter.ticksPerMeasure = 4 * division_;
   chunkConsumed_ = 0;
   markPending_ = false;
   // Range marks are made in track 1 only.
-  startMarkDone_ = track >= 2;
-  endMarkDone_ = track >= 2 || lastMeasure_ == kNoLastMeasure;
+  startMarkDone_ = trackNumber >= 2;
+  endMarkDone_ = trackNumber >= 2 || lastMeasure_ == kNoLastMeasure;
 }
 
 template <class Store>
-bool BasicSmfReader<Store>::ParseTrack(int32_t track, bool& drumEventsFound, bool collect) {
+bool BasicSmfReader<Store>::ParseTrack(int32_t trackNumber, bool& drumEventsFound, bool collect) {
   ReadChunkHeader();
   if (std::memcmp(chunkId_.data(), "MTrk", 4) != 0) {
     Alert(text::kInvalidTrackChunkId);
     return false;
   }
   if (chunkLength_ < 0) throw RangeCheckError("track chunk length with its top bit set");
-  ResetTrackState(track);
+  ResetTrackState(trackNumber);
 
   while (chunkConsumed_ < chunkLength_) {
-    if constexpr (!Store::kLiteral) {
+    if constexpr (WindowedStore<Store>) {
       if (ReadChannelEventsInWindow(collect, drumEventsFound)) continue;
     }
 
@@ -52,14 +47,14 @@ bool BasicSmfReader<Store>::ParseTrack(int32_t track, bool& drumEventsFound, boo
     bool running = false;
     if (status >= 0x80) {
       firstData = ReadByte();  // for a meta event, its type
-      if (status < 0xF0) runningStatus_ = status;
+      if (status < 0xF0) track_.runningStatus = status;
     } else {
       firstData = status;
-      if (runningStatus_ == 0) {
+      if (track_.runningStatus == 0) {
         Alert(text::kRunningStatusUndefined);
         return false;
       }
-      status = runningStatus_;
+      status = track_.runningStatus;
       running = true;
     }
 
@@ -68,7 +63,7 @@ bool BasicSmfReader<Store>::ParseTrack(int32_t track, bool& drumEventsFound, boo
     } else if (status < 0xFF) {
       HandleChannelEvent(status, firstData, eventStart, running, collect, drumEventsFound);
     } else {
-      switch (HandleMetaEvent(firstData, track)) {
+      switch (HandleMetaEvent(firstData, trackNumber)) {
         case MetaOutcome::kNext:
           break;
         case MetaOutcome::kEndOfTrack:
@@ -81,7 +76,7 @@ bool BasicSmfReader<Store>::ParseTrack(int32_t track, bool& drumEventsFound, boo
 
   // The chunk ran out without an end-of-track event.
   if (markPending_) InsertMark(currentMark_);
-  StartMark(currentMark_, ticksPerBeat_, absoluteTime_, measure_, tickInMeasure_);
+  StartMarkHere();
   currentMark_.endFlag = 1;
   InsertMark(currentMark_);
   Alert(text::kEndOfTrackMissing);
@@ -91,13 +86,15 @@ bool BasicSmfReader<Store>::ParseTrack(int32_t track, bool& drumEventsFound, boo
 
 template <class Store>
 void BasicSmfReader<Store>::AdvanceTime(int32_t delta) {
-  detail::AdvanceTime(absoluteTime_, measure_, tickInMeasure_, ticksPerMeasure_, delta);
+  detail::AdvanceTime(track_.absoluteTime, track_.measure, track_.tickInMeasure,
+                      track_.meter.ticksPerMeasure, delta);
 }
 
 template <class Store>
 void BasicSmfReader<Store>::MakeRangeMarks(int32_t delta) {
   // Deliberately ignores the tick within the measure.
-  const int64_t reached = static_cast<int64_t>(measure_) + delta / ticksPerMeasure_;
+  const int64_t reached =
+      static_cast<int64_t>(track_.measure) + delta / track_.meter.ticksPerMeasure;
   if (firstMeasure_ > 1 && !startMarkDone_ && reached >= firstMeasure_) {
     MakeRangeMark(firstMeasure_);
     startMarkDone_ = true;
@@ -111,19 +108,16 @@ void BasicSmfReader<Store>::MakeRangeMarks(int32_t delta) {
 template <class Store>
 void BasicSmfReader<Store>::MakeRangeMark(int32_t target) {
   if (markPending_) InsertMark(currentMark_);
-  StartMark(currentMark_, ticksPerBeat_, absoluteTime_, measure_, tickInMeasure_);
-  currentMark_.numerator = numerator_;
-  currentMark_.denominator = denominator_;
-  currentMark_.ticksPerBeat = ticksPerBeat_;
-  currentMark_.ticksPerMeasure = ticksPerMeasure_;
+  StartMarkHere();
+  MarkMeter(currentMark_, track_.meter);
   currentMark_.tickInMeasure = 0;
   currentMark_.positionInMeasure = 0;
   // From the start of the present measure, a whole measure per step to the
   // target: computed in one go.
-  const int64_t measureStart = static_cast<int64_t>(absoluteTime_) - tickInMeasure_;
-  const int64_t steps = static_cast<int64_t>(measure_) - target;
+  const int64_t measureStart = static_cast<int64_t>(track_.absoluteTime) - track_.tickInMeasure;
+  const int64_t steps = static_cast<int64_t>(track_.measure) - target;
   currentMark_.measure = target;
-  currentMark_.absoluteTick = detail::Wrap32(measureStart - steps * ticksPerMeasure_);
+  currentMark_.absoluteTick = detail::Wrap32(measureStart - steps * track_.meter.ticksPerMeasure);
   markPending_ = true;
 }
 
@@ -171,8 +165,8 @@ void BasicSmfReader<Store>::SilenceEvent(int64_t eventStart, bool secondData) {
 }
 
 template <class Store>
-typename BasicSmfReader<Store>::MetaOutcome BasicSmfReader<Store>::HandleMetaEvent(uint8_t type,
-                                                                                   int32_t track) {
+typename BasicSmfReader<Store>::MetaOutcome BasicSmfReader<Store>::HandleMetaEvent(
+    uint8_t type, int32_t trackNumber) {
   const int32_t length = ReadVarLen();
   if (static_cast<uint32_t>(length) > static_cast<uint32_t>(kMaxMetaLength)) {
     throw RangeCheckError("meta event longer than 1024 bytes");
@@ -182,19 +176,19 @@ typename BasicSmfReader<Store>::MetaOutcome BasicSmfReader<Store>::HandleMetaEve
   metaData_[static_cast<std::size_t>(length)] = 0;
   MoveReadPosition(dataStart + length);
 
-  if (!markPending_ || currentMark_.absoluteTick != absoluteTime_) {
+  if (!markPending_ || currentMark_.absoluteTick != track_.absoluteTime) {
     if (markPending_) {
       InsertMark(currentMark_);
       markPending_ = false;
     }
-    StartMark(currentMark_, ticksPerBeat_, absoluteTime_, measure_, tickInMeasure_);
+    StartMarkHere();
   }
-  const bool atStartOfTrack1 = track == 1 && absoluteTime_ == 0;
+  const bool atStartOfTrack1 = trackNumber == 1 && track_.absoluteTime == 0;
 
   switch (type) {
     case 0x2F:
       SkipToChunkEnd();
-      if (track == 1) {
+      if (trackNumber == 1) {
         currentMark_.endFlag = 1;
         InsertMark(currentMark_);
       }
@@ -216,18 +210,19 @@ typename BasicSmfReader<Store>::MetaOutcome BasicSmfReader<Store>::HandleMetaEve
       markPending_ = true;
       return MetaOutcome::kNext;
     case 0x58:
-      if (absoluteTime_ > 0) {
+      if (track_.absoluteTime > 0) {
         Alert(text::kTimeSignatureChanges);
         return MetaOutcome::kFail;
       }
-      if (tickInMeasure_ % ticksPerBeat_ != 0) {
+      if (track_.tickInMeasure % track_.meter.ticksPerBeat != 0) {
         Alert(text::kOffbeatTimeSignature);
-        absoluteTime_ = detail::Wrap32(static_cast<int64_t>(absoluteTime_) - tickInMeasure_);
-        tickInMeasure_ = 0;
+        track_.absoluteTime =
+            detail::Wrap32(static_cast<int64_t>(track_.absoluteTime) - track_.tickInMeasure);
+        track_.tickInMeasure = 0;
         currentMark_.beat = 1;
       }
       SetTimeSignature(metaData_[0], metaData_[1]);
-      if (track == 1 && absoluteTime_ == 0) timeSignatureSnapshot_ = currentMark_;
+      if (trackNumber == 1 && track_.absoluteTime == 0) timeSignatureSnapshot_ = currentMark_;
       markPending_ = true;
       return MetaOutcome::kNext;
     default:
@@ -244,14 +239,12 @@ void BasicSmfReader<Store>::SetTimeSignature(uint8_t numerator, uint8_t denomina
     throw RangeCheckError("time signature with 0 ticks per beat");
   }
   if (numerator == 0) throw RangeCheckError("time signature with 0 ticks per measure");
-  numerator_ = numerator;
-  denominator_ = int32_t{1} << denominatorPower;
-  ticksPerBeat_ = fourQuarters / denominator_;
-  ticksPerMeasure_ = numerator_ * ticksPerBeat_;
-  currentMark_.numerator = numerator_;
-  currentMark_.denominator = denominator_;
-  currentMark_.ticksPerBeat = ticksPerBeat_;
-  currentMark_.ticksPerMeasure = ticksPerMeasure_;
+  Meter& meter = track_.meter;
+  meter.numerator = numerator;
+  meter.denominator = int32_t{1} << denominatorPower;
+  meter.ticksPerBeat = fourQuarters / meter.denominator;
+  meter.ticksPerMeasure = meter.numerator * meter.ticksPerBeat;
+  MarkMeter(currentMark_, meter);
 }
 
 }  // namespace rw::groove

@@ -106,15 +106,6 @@ TEST(TheEditCounter, LetsAnEndWithoutAStartAnswerOneWithoutTheHost) {
   EXPECT_EQ(rw::host::EditNestingCount(), 0);
 }
 
-TEST(TheOpenFrameCounter, MovesOnEveryLoadAndFreeEvenWithoutAFrame) {
-  const std::int32_t before = rw::host::OpenFrameCount();
-  void* frame = rw::host::CX_LoadTGF(0, 1, 1, 0, 0, kVersion);
-  EXPECT_EQ(frame, nullptr);
-  EXPECT_EQ(rw::host::OpenFrameCount(), before + 1);
-  rw::host::CX_FreeTGF(frame, kVersion);
-  EXPECT_EQ(rw::host::OpenFrameCount(), before);
-}
-
 TEST(AMissingExport, AnswersItsFallbackAndIsNeverLookedUpAgain) {
   fake_host::missing = {"CX_GetMaxLayers", "CX_FontNameToNum_UTF16", "CX_ProcessMidiDataNoSplit"};
   EXPECT_EQ(rw::host::CX_GetMaxLayers(kVersion), 4);

@@ -119,18 +119,6 @@ TEST(Writes, StoreBigEndianAtTheWritePosition) {
   EXPECT_EQ(c.reader.writePosition(), 9);
 }
 
-TEST(GroupedReadsAndWrites, GoByteByByteInOrder) {
-  Cursor c({1, 2, 3, 4, 5, 0, 0, 0});
-  uint8_t a, b, x, y, z;
-  c.reader.ReadTwoBytes(a, b);
-  c.reader.ReadThreeBytes(x, y, z);
-  EXPECT_EQ((Bytes{a, b, x, y, z}), (Bytes{1, 2, 3, 4, 5}));
-  const uint8_t source[] = {9, 8, 7};
-  c.reader.SetWritePosition(5);
-  c.reader.WriteBytes(source, 3);
-  EXPECT_EQ(c.contents(), (Bytes{1, 2, 3, 4, 5, 9, 8, 7}));
-}
-
 TEST(Writes, OutsideTheAllocationAreARangeCheckFailure) {
   Cursor c(Bytes(4, 0));
   c.reader.SetWritePosition(8);

@@ -11,12 +11,10 @@
 
 namespace rw::groove::testing {
 
+// It offers no window over its bytes, so the reader takes every byte through
+// ReadByte.
 class LiteralStore {
  public:
-  // The reference reads every byte through ReadByte and makes every write
-  // when the edit happens.
-  static constexpr bool kLiteral = true;
-
   LiteralStore(uint8_t* buffer, uint64_t* size, uint64_t capacity)
       : buffer_(buffer), size_(size), capacity_(capacity) {}
 

@@ -1,5 +1,5 @@
-// Meta events as time marks: tempo, meter and their snapshots, the offbeat
-// shift, and the order the mark list keeps.
+// Meta events as time marks: tempo, meter and their snapshots, and the
+// offbeat shift.
 #include <gtest/gtest.h>
 
 #include "smf_builder.h"
@@ -101,98 +101,6 @@ TEST(MetaEvents, MeterValuesWithoutTicksAreARangeCheckFailure) {
   EXPECT_TRUE(hugePower.rangeCheck);
   Load finest(smf(0, 480, {cat({timeSignature(0, 4, 10), kKick, kEndOfTrack})}));  // 1/1024
   EXPECT_EQ(finest.pattern.timeSignature.ticksPerBeat, 1);
-}
-
-TimeMark Mark(int32_t tick, bool closing = false, int32_t tempo = 0) {
-  TimeMark mark;
-  mark.absoluteTick = tick;
-  mark.endFlag = closing ? 1 : 0;
-  mark.tempo = tempo;
-  return mark;
-}
-
-std::vector<std::pair<int32_t, int32_t>> TicksAndTempi(const TimeMarkList& list) {
-  std::vector<std::pair<int32_t, int32_t>> out;
-  for (const TimeMark& m : list.Marks()) out.emplace_back(m.absoluteTick, m.tempo);
-  return out;
-}
-
-TEST(TheMarkList, KeepsTickOrderWithEqualTicksInArrivalOrder) {
-  TimeMarkList list;
-  list.Insert(Mark(100, false, 1));
-  list.Insert(Mark(50, false, 2));
-  list.Insert(Mark(100, false, 3));
-  list.Insert(Mark(50, false, 4));
-  list.Insert(Mark(0, false, 5));
-  EXPECT_EQ(TicksAndTempi(list), (std::vector<std::pair<int32_t, int32_t>>{
-                                     {0, 5}, {50, 2}, {50, 4}, {100, 1}, {100, 3}}));
-}
-
-TEST(TheMarkList, DropsWhatComesAfterAClosingMark) {
-  TimeMarkList list;
-  list.Insert(Mark(10, false, 1));
-  list.Insert(Mark(100, true, 2));
-  list.Insert(Mark(200, false, 3));  // later than the closing mark: dropped
-  list.Insert(Mark(100, false, 4));  // same tick: goes before it
-  list.Insert(Mark(50, false, 5));   // earlier: goes before it
-  EXPECT_EQ(TicksAndTempi(list),
-            (std::vector<std::pair<int32_t, int32_t>>{{10, 1}, {50, 5}, {100, 4}, {100, 2}}));
-}
-
-TEST(TheMarkList, StopsAtTheFirstClosingMarkEvenInTheMiddle) {
-  TimeMarkList list;
-  list.Insert(Mark(300, false, 1));
-  list.Insert(Mark(100, true, 2));   // a closing mark before a later one
-  list.Insert(Mark(400, false, 3));  // appended: the last mark is not closing
-  list.Insert(Mark(200, false, 4));  // the walk meets the closing mark first: dropped
-  list.Insert(Mark(100, true, 5));   // before the first closing mark
-  EXPECT_EQ(TicksAndTempi(list),
-            (std::vector<std::pair<int32_t, int32_t>>{{100, 5}, {100, 2}, {300, 1}, {400, 3}}));
-  list.Insert(Mark(100, false, 6));  // now stops at the new first closing mark
-  EXPECT_EQ(list.Marks().front().tempo, 6);
-}
-
-TEST(TheMarkList, ThroughALoadDropsTrackTwoMarksAfterTrackOneCloses) {
-  const Bytes conductor = {0x83, 0x60, 0xFF, 0x2F, 0x00};           // closes at tick 480
-  const Bytes drums = cat({tempo(240, 400000), tempo(60, 300000),   // 240: kept
-                           tempo(300, 200000), tempo(100, 100000),  // 600: dropped
-                           kKick, kEndOfTrack});
-  Load load(smf(1, 480, {conductor, drums}));
-  ASSERT_TRUE(load.pattern.loaded);
-  EXPECT_EQ(TicksAndTempi(load.reader().timeMarks()),
-            (std::vector<std::pair<int32_t, int32_t>>{{240, 400000}, {300, 300000}, {480, 0}}));
-}
-
-TEST(TheMarkList, MergesMetaEventsAtTheSameTick) {
-  const Bytes events = cat({tempo(0, 500000), timeSignature(0, 3, 2), kKick, kEndOfTrack});
-  Load load(smf(0, 480, {events}));
-  const std::vector<TimeMark> marks = load.reader().timeMarks().Marks();
-  ASSERT_EQ(marks.size(), 1u);  // the closing mark carries tempo and meter
-  EXPECT_EQ(marks[0].tempo, 500000);
-  EXPECT_EQ(marks[0].numerator, 3);
-  EXPECT_EQ(marks[0].endFlag, 1);
-}
-
-TEST(RangeMarks, AreMadeOnlyWhenACallerSuppliesARange) {
-  const Bytes events = cat({note(1920 * 4 + 10, 0x99, 36, 1), kEndOfTrack});
-  Load plain(smf(0, 480, {events}));
-  EXPECT_EQ(plain.reader().timeMarks().size(), 1u);
-
-  Bytes file = smf(0, 480, {events});
-  Bytes buffer(file.size() * 2);
-  std::copy(file.begin(), file.end(), buffer.begin());
-  uint64_t size = file.size();
-  RecordingSink sink;
-  SmfReader reader(buffer.data(), &size, buffer.size(), sink);
-  reader.SetMeasureRange(2, 3);
-  ASSERT_TRUE(LoadGroove(reader, 0).loaded);
-  const std::vector<TimeMark> marks = reader.timeMarks().Marks();
-  ASSERT_EQ(marks.size(), 3u);
-  EXPECT_EQ(marks[0].measure, 2);
-  EXPECT_EQ(marks[0].absoluteTick, 1920);
-  EXPECT_EQ(marks[1].measure, 4);
-  EXPECT_EQ(marks[1].absoluteTick, 1920 * 3);
-  EXPECT_EQ(marks[2].endFlag, 1);
 }
 
 }  // namespace

@@ -87,6 +87,4 @@ TEST_F(FramesOfTheEngine, FrameRecordGivesTheClefAndANumberPerLayerHoldingEntrie
   EXPECT_EQ(CX_LoadEData(CX_TAG_FRAME_RECORD, missing, record, &size, v), 0);
 }
 
-TEST_F(FramesOfTheEngine, HasFourLayers) { EXPECT_EQ(CX_GetMaxLayers(v), 4); }
-
 }  // namespace

@@ -1,5 +1,5 @@
 #include "engine_fixture.h"
-#include "smf_builder.h"
+#include "import_file_builder.h"
 
 namespace {
 

@@ -1,6 +1,7 @@
-// Builds small Standard MIDI Files in tests, byte by byte.
-#ifndef TESTS_HOST_SMF_BUILDER_H
-#define TESTS_HOST_SMF_BUILDER_H
+// Builds the small Standard MIDI Files the engine's import tests feed it, byte
+// by byte.
+#ifndef TESTS_HOST_IMPORT_FILE_BUILDER_H
+#define TESTS_HOST_IMPORT_FILE_BUILDER_H
 
 #include <cstdint>
 #include <filesystem>
