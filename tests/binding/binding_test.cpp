@@ -1,6 +1,5 @@
 // The binding's own behaviour, against a fake host supplied through the
-// resolver seam. Every test binary binds each export once per process, so
-// the seam is installed before the first call.
+// resolver seam, installed before the first call.
 #include <gtest/gtest.h>
 
 #include <array>
@@ -106,16 +105,24 @@ TEST(TheEditCounter, LetsAnEndWithoutAStartAnswerOneWithoutTheHost) {
   EXPECT_EQ(rw::host::EditNestingCount(), 0);
 }
 
-TEST(AMissingExport, AnswersItsFallbackAndIsNeverLookedUpAgain) {
-  fake_host::missing = {"CX_GetMaxLayers", "CX_FontNameToNum_UTF16", "CX_ProcessMidiDataNoSplit"};
+TEST(AMissingExport, AnswersItsFallbackAndIsNotLookedUpAgainUntilANewResolver) {
+  fake_host::missing = {"CX_GetMaxLayers", "CX_FontNameToNum_UTF16", "CX_ProcessMidiDataNoSplit",
+                        "SendDlgItemMessageW"};
+  rw::host::SetResolver(&fake_host::Resolve);
   EXPECT_EQ(rw::host::CX_GetMaxLayers(kVersion), 4);
   EXPECT_EQ(rw::host::CX_FontNameToNum_UTF16(u"Sonetta", kVersion), 0xFFFF);
   EXPECT_EQ(rw::host::CX_ProcessMidiDataNoSplit(nullptr, kVersion), 0xFFFFFFFFu);
-  EXPECT_EQ(rw::host::CX_LoadTGF(0, 1, 1, 0, 0, kVersion), nullptr);
+  EXPECT_EQ(rw::host::SendDlgItemMessageW(nullptr, 2002, CX_LB_GETCURSEL, 0, 0), 0);
 
-  fake_host::missing.clear();  // the host "gains" the export later
+  fake_host::missing.clear();  // the host "gains" the exports later
   EXPECT_EQ(rw::host::CX_GetMaxLayers(kVersion), 4);
   EXPECT_EQ(fake_host::lookups["CX_GetMaxLayers"], 1);
+
+  rw::host::SetResolver(&fake_host::Resolve);  // forgets every binding
+  EXPECT_EQ(rw::host::CX_GetMaxLayers(kVersion), 8);
+  EXPECT_EQ(fake_host::lookups["CX_GetMaxLayers"], 2);
+  EXPECT_EQ(rw::host::SendDlgItemMessageW(nullptr, 2002, CX_LB_GETCURSEL, 0, 0),
+            2002 * 0x10000 + CX_LB_GETCURSEL);
 }
 
 }  // namespace

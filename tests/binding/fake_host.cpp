@@ -30,6 +30,13 @@ void* LoadFrame(std::uint16_t, std::uint16_t, std::uint16_t, std::uint16_t, std:
 
 std::uint16_t FreeFrame(void*, std::uint32_t) { return 1; }
 
+std::uint16_t MaxLayers(std::uint32_t) { return 8; }
+
+std::int64_t SendToControl(void*, std::int32_t control, std::uint32_t message, std::uint64_t,
+                           std::int64_t) {
+  return control * 0x10000 + message;
+}
+
 }  // namespace
 
 void* Resolve(const char* name) {
@@ -41,6 +48,8 @@ void* Resolve(const char* name) {
   if (n == "CX_SaveTGF") return reinterpret_cast<void*>(&SaveFrame);
   if (n == "CX_LoadTGF") return reinterpret_cast<void*>(&LoadFrame);
   if (n == "CX_FreeTGF") return reinterpret_cast<void*>(&FreeFrame);
+  if (n == "CX_GetMaxLayers") return reinterpret_cast<void*>(&MaxLayers);
+  if (n == "SendDlgItemMessageW") return reinterpret_cast<void*>(&SendToControl);
   return nullptr;
 }
 
