@@ -125,8 +125,14 @@ bool BasicSmfReader<Store>::ReadChannelEventsInWindow(bool collect, bool& drumEv
       const bool drum = collect && (run.track.runningStatus & 0x0F) == 9;
       if (twoData) {
         drum ? ReadRunningStatusRun<true, true>(run) : ReadRunningStatusRun<true, false>(run);
+      } else if (drum) {
+        ReadRunningStatusRun<false, true>(run);
       } else {
-        drum ? ReadRunningStatusRun<false, true>(run) : ReadRunningStatusRun<false, false>(run);
+        // Each grows by a byte, so that it reads under the rewritten status.
+        if (!run.RoomToGrow()) break;
+        const uint64_t before = run.position;
+        SilenceRun(run);
+        if (run.position == before) break;
       }
     } else if (status >= 0xF0) {
       break;
@@ -222,7 +228,9 @@ template <class Store>
 void BasicSmfReader<Store>::SilenceRun(WindowRun& run) {
   // Events with their own status on channels other than the drums': each
   // becomes a note off on channel 10, key 0, velocity 64, written over it,
-  // with a byte inserted when the message had only one data byte. Streamed:
+  // with a byte inserted when the message had only one data byte; and the
+  // one-data-byte events in running status after such a message, which get
+  // the missing velocity byte so that they read under 0x89 too. Streamed:
   // the events are read ahead of where their rewritten bytes go. The caller
   // checked that the first event can be taken.
   Store& store = run.store;
@@ -240,14 +248,15 @@ void BasicSmfReader<Store>::SilenceRun(WindowRun& run) {
   int32_t measure = run.track.measure;
   int32_t tickInMeasure = run.track.tickInMeasure;
   const int32_t ticksPerMeasure = run.track.meter.ticksPerMeasure;
-  uint8_t lastStatus = 0;
+  uint8_t status = run.track.runningStatus;
+  bool took = false;
   uint32_t lastDelta = 0;
   uint8_t lastData = 0;
 
   // One event whose delta takes kStatusAt bytes. Each shape has its own
   // code with constant offsets, so that the next event's position is known
   // to the processor before the bytes of this one arrive.
-  auto take = [&](auto statusAt, auto grows, uint8_t status, uint32_t delta) {
+  auto take = [&](auto statusAt, auto grows, uint8_t eventStatus, uint32_t delta) {
     constexpr uint32_t kStatusAt = decltype(statusAt)::value;
     constexpr uint32_t kConsumed = kStatusAt + (decltype(grows)::value ? 2 : 3);
     // Everything is read before anything is written: the output may reach
@@ -262,14 +271,36 @@ void BasicSmfReader<Store>::SilenceRun(WindowRun& run) {
     out[kStatusAt + 2] = 0x40;
     in += kConsumed;
     out += kStatusAt + 3;
-    lastStatus = status;
+    status = eventStatus;
+    took = true;
     lastDelta = delta;
     detail::AdvanceTime(absoluteTime, measure, tickInMeasure, ticksPerMeasure,
                         static_cast<int32_t>(delta));
   };
-  auto silenced = [collect](uint8_t status) {
-    return status >= 0x80 && status < 0xF0 && !(collect && (status & 0x0F) == 9);
+  // A one-data-byte event in running status: [delta][data] becomes
+  // [delta][0x00][0x40].
+  auto takeRunning = [&](auto statusAt, uint32_t delta) {
+    constexpr uint32_t kStatusAt = decltype(statusAt)::value;
+    const uint8_t first = in[0];
+    const uint8_t second = in[1];
+    lastData = in[kStatusAt];
+    out[0] = first;
+    out[1] = second;  // after a one-byte delta, overwritten next
+    out[kStatusAt] = 0x00;
+    out[kStatusAt + 1] = 0x40;
+    in += kStatusAt + 1;
+    out += kStatusAt + 2;
+    took = true;
+    lastDelta = delta;
+    detail::AdvanceTime(absoluteTime, measure, tickInMeasure, ticksPerMeasure,
+                        static_cast<int32_t>(delta));
   };
+  auto silenced = [collect](uint8_t eventStatus) {
+    return eventStatus >= 0x80 && eventStatus < 0xF0 && !(collect && (eventStatus & 0x0F) == 9);
+  };
+  // Running events grow only under a silenced one-data-byte status; those
+  // under any other status are left to the other loops.
+  auto growsRunning = [&] { return silenced(status) && detail::OneDataByte(status); };
   // Makes room for one more byte when none is left; false when it cannot.
   auto room = [&] {
     if (in != out) return true;
@@ -289,23 +320,31 @@ void BasicSmfReader<Store>::SilenceRun(WindowRun& run) {
 
   do {
     if (in[0] < 0x80) {
-      const uint8_t status = in[1];
-      if (!silenced(status)) break;
-      if (!detail::OneDataByte(status)) {
-        take(One{}, Keeps{}, status, in[0]);
+      const uint8_t next = in[1];
+      if (next < 0x80) {
+        if (!growsRunning() || !room()) break;
+        takeRunning(One{}, in[0]);
+      } else if (!silenced(next)) {
+        break;
+      } else if (!detail::OneDataByte(next)) {
+        take(One{}, Keeps{}, next, in[0]);
       } else if (room()) {
-        take(One{}, Grows{}, status, in[0]);
+        take(One{}, Grows{}, next, in[0]);
       } else {
         break;
       }
     } else if (in[1] < 0x80) {
-      const uint8_t status = in[2];
-      if (!silenced(status)) break;
+      const uint8_t next = in[2];
       const uint32_t delta = (in[0] & 0x7Fu) << 7 | in[1];
-      if (!detail::OneDataByte(status)) {
-        take(Two{}, Keeps{}, status, delta);
+      if (next < 0x80) {
+        if (!growsRunning() || !room()) break;
+        takeRunning(Two{}, delta);
+      } else if (!silenced(next)) {
+        break;
+      } else if (!detail::OneDataByte(next)) {
+        take(Two{}, Keeps{}, next, delta);
       } else if (room()) {
-        take(Two{}, Grows{}, status, delta);
+        take(Two{}, Grows{}, next, delta);
       } else {
         break;
       }
@@ -313,7 +352,7 @@ void BasicSmfReader<Store>::SilenceRun(WindowRun& run) {
       break;
     }
   } while (in < limit);
-  if (lastStatus == 0) return;
+  if (!took) return;
 
   store.CloseStream({in, out});
   run.position += static_cast<uint64_t>(out - outStart);
@@ -322,7 +361,7 @@ void BasicSmfReader<Store>::SilenceRun(WindowRun& run) {
   run.track.absoluteTime = absoluteTime;
   run.track.measure = measure;
   run.track.tickInMeasure = tickInMeasure;
-  run.track.runningStatus = lastStatus;
+  run.track.runningStatus = status;
   run.lastVarLen = static_cast<int32_t>(lastDelta);
   run.lastByte = lastData;
   run.writePos = static_cast<int64_t>(run.position);

@@ -241,6 +241,7 @@ class BasicSmfReader {
     keyFlags_[key] = 1;
   }
   void SilenceEvent(int64_t eventStart, bool secondData);
+  void SilenceRunningEvent(int64_t eventStart);
   enum class MetaOutcome { kNext, kEndOfTrack, kFail };
   MetaOutcome HandleMetaEvent(uint8_t type, int32_t trackNumber);
   void SetTimeSignature(uint8_t numerator, uint8_t denominatorPower);

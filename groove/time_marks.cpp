@@ -1,5 +1,7 @@
 #include "time_marks.h"
 
+#include "range_check.h"
+
 namespace rw::groove {
 
 void StartMark(TimeMark& mark, int32_t ticksPerBeat, int32_t absoluteTick, int32_t measure,
@@ -20,6 +22,7 @@ void TimeMarkList::Insert(const TimeMark& mark) {
   Set::iterator inserted;
   if (marks_.empty() ||
       (mark.absoluteTick >= marks_.rbegin()->absoluteTick && !marks_.rbegin()->endFlag)) {
+    KeepRoom();
     inserted = marks_.insert(marks_.end(), mark);
     if (mark.endFlag && !hasClosing) firstClosing_ = inserted;
     return;
@@ -30,9 +33,14 @@ void TimeMarkList::Insert(const TimeMark& mark) {
   const bool stopsAtClosing = hasClosing && firstClosing_->absoluteTick <= mark.absoluteTick;
   if (stopsAtClosing) stop = firstClosing_;
   if (stop->absoluteTick < mark.absoluteTick) return;  // after a closing mark: dropped
+  KeepRoom();
   inserted = marks_.insert(stop, mark);
   // Inserted before the stop, hence before any closing mark already there.
   if (mark.endFlag) firstClosing_ = inserted;
+}
+
+void TimeMarkList::KeepRoom() const {
+  if (marks_.size() >= kMaxTimeMarks) throw RangeCheckError("too many time marks");
 }
 
 }  // namespace rw::groove

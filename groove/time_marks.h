@@ -34,9 +34,13 @@ void StartMark(TimeMark& mark, int32_t ticksPerBeat, int32_t absoluteTick, int32
 
 // Sorted by absolute tick; nothing is recorded after the first closing mark
 // unless it can simply be appended. Insertion is logarithmic so that a file
-// whose marks arrive in falling order cannot make a load quadratic.
+// whose marks arrive in falling order cannot make a load quadratic. A file
+// of nothing but meta events must not grow the list without bound either:
+// one mark more than kMaxTimeMarks ends the load (RangeCheckError).
 class TimeMarkList {
  public:
+  static constexpr std::size_t kMaxTimeMarks = 65536;
+
   TimeMarkList() = default;
   TimeMarkList(const TimeMarkList&) = delete;
   TimeMarkList& operator=(const TimeMarkList&) = delete;
@@ -47,6 +51,8 @@ class TimeMarkList {
   std::vector<TimeMark> Marks() const { return {marks_.begin(), marks_.end()}; }
 
  private:
+  void KeepRoom() const;
+
   struct ByTick {
     bool operator()(const TimeMark& a, const TimeMark& b) const {
       return a.absoluteTick < b.absoluteTick;

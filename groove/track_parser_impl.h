@@ -147,10 +147,25 @@ void BasicSmfReader<Store>::HandleChannelEvent(uint8_t status, uint8_t firstData
   if (collect && (status & 0x0F) == 9) {
     RecordDrumEvent(status, firstData, drumEventsFound);
   } else if (!running) {
-    // Events in running status are left alone: after the rewrite they follow
-    // the status 0x89 and read as note offs on channel 10 too.
     SilenceEvent(eventStart, secondData);
+  } else if (!secondData) {
+    SilenceRunningEvent(eventStart);
   }
+  // Events in running status with two data bytes are left alone: after the
+  // rewrite they follow the status 0x89 and read as note offs on channel 10.
+}
+
+template <class Store>
+void BasicSmfReader<Store>::SilenceRunningEvent(int64_t eventStart) {
+  // A one-data-byte message in running status after a silenced one. A
+  // reader that never saw the original status reads it under 0x89, which
+  // takes two data bytes: it becomes a note off of key 0, velocity 64, as
+  // the rewritten event before it.
+  writePos_ = eventStart;
+  WriteByte(0x00);
+  InsertByte();
+  writePos_ = eventStart + 1;
+  WriteByte(0x40);
 }
 
 template <class Store>

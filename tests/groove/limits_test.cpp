@@ -23,6 +23,19 @@ TEST(ABrokenFile, WithManyUnterminatedTracksIsBoundedToo) {
   EXPECT_EQ(load.alerts().size(), 16u);
 }
 
+TEST(ABrokenFile, KeepsAtMost65536TimeMarks) {
+  // Tempo events a tick apart each make a mark; the end of the track joins
+  // the last one.
+  const auto fileOfTempi = [](uint32_t count) {
+    Bytes events;
+    const Bytes one = tempo(1, 500000);
+    for (uint32_t i = 0; i < count; ++i) events.insert(events.end(), one.begin(), one.end());
+    return smf(0, 480, {cat({events, kEndOfTrack})});
+  };
+  EXPECT_FALSE(Load(fileOfTempi(65536)).rangeCheck);
+  EXPECT_TRUE(Load(fileOfTempi(65537)).rangeCheck);
+}
+
 TEST(ABrokenFile, WithATopBitTrackLengthFailsTheRangeCheck) {
   Load load(cat({header(0, 1, 480), {'M', 'T', 'r', 'k'}, be32(0x80000004), kEndOfTrack}));
   EXPECT_TRUE(load.rangeCheck);

@@ -2,7 +2,10 @@
 // drum bookkeeping, SysEx and meta events.
 #include <gtest/gtest.h>
 
+#include "literal_store.h"
 #include "smf_builder.h"
+#include "smf_header_impl.h"
+#include "track_parser_impl.h"
 
 namespace rw::groove::testing {
 namespace {
@@ -25,6 +28,19 @@ TEST(NonDrumEventsAreSilencedInPlace, RunningStatusEventsFollowTheRewrittenStatu
   Load load(smf(0, 480, {events}));
   const Bytes expected = cat({{0x00, 0x89, 0x00, 0x40, 0x00, 0x3E, 0x64}, kEndOfTrack});
   EXPECT_EQ(load.bytes(), smf(0, 480, {expected}));
+}
+
+TEST(NonDrumEventsAreSilencedInPlace, OneDataByteEventsInRunningStatusGetTheirSecondByte) {
+  // After the rewritten status 0x89 a reader takes two data bytes per event,
+  // so each program change in running status becomes a note off too.
+  const Bytes events = cat({{0x00, 0xC0, 0x05, /* running */ 0x00, 0x06, 0x81, 0x00, 0x07},
+                            kKick,
+                            kEndOfTrack});
+  const Bytes expected =
+      cat({{0x00, 0x89, 0x00, 0x40, 0x00, 0x00, 0x40, 0x81, 0x00, 0x00, 0x40}, kKick, kEndOfTrack});
+  Load load(smf(0, 480, {events}));
+  EXPECT_EQ(load.bytes(), smf(0, 480, {expected}));
+  EXPECT_EQ(BasicLoad<LiteralStore>(smf(0, 480, {events})).bytes(), load.bytes());
 }
 
 TEST(NonDrumEventsAreSilencedInPlace, ChannelPressureAndSystemMessages) {
