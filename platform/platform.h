@@ -64,8 +64,10 @@ long RegCloseKey(RegistryKey key);
 
 inline constexpr std::size_t kMaxPath = 260;
 
+inline constexpr std::uint32_t kAttributeDirectory = 0x10;
+
 struct FindData {
-  std::uint32_t attributes = 0;
+  std::uint32_t attributes = 0;  // kAttributeDirectory for a folder
   std::uint64_t size = 0;
   char16_t fileName[kMaxPath] = {};
 };
@@ -73,8 +75,10 @@ using FindHandle = void*;
 inline FindHandle const kInvalidFindHandle = reinterpret_cast<FindHandle>(~std::uintptr_t{0});
 
 // Directory search with the system's wildcard rules ("*.mid" also matches a
-// long name ending in ".midi"). Names come in the system's order: NTFS order
-// on Windows, case-insensitive order of the upper-cased UTF-16 units on POSIX.
+// long name ending in ".midi"); folders match too. Names come in the
+// system's order: NTFS order on Windows, case-insensitive order of the
+// upper-cased UTF-16 units on POSIX, where a name that is not valid UTF-8
+// has no UTF-16 form and is not found.
 FindHandle FindFirstFileW(const char16_t* pattern, FindData* found);
 bool FindNextFileW(FindHandle search, FindData* found);
 

@@ -2,6 +2,8 @@
 
 #include <cantel/cantel.h>
 
+#include <new>
+
 #include "dialog_ids.h"
 #include "generate.h"
 #include "host_api.h"
@@ -16,6 +18,7 @@
 namespace rw::shell {
 namespace {
 
+constexpr std::uint32_t kStringCannotOpen = 19;
 constexpr std::uint32_t kStringNoStyle = 23;
 constexpr std::uint32_t kStringNoPercussionMap = 24;
 constexpr char kEditName[] = "Rhythm Weave Plug-In";
@@ -104,8 +107,9 @@ bool OnOk(void* dialog, std::uint32_t* data, CommandRun& run, RememberedChoices&
   bool generated = false;
   try {
     generated = GenerateGroove(options);
+  } catch (const std::bad_alloc&) {
+    ShowMessage(kStringCannotOpen, CX_MB_EXCLAMATION);
   } catch (...) {
-    generated = false;
   }
   host::CX_EndCantelEdit(kVersion);
   Enable(dialog, RW_ID_OK, true);

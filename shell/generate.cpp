@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <new>
 #include <optional>
 #include <stdexcept>
 
@@ -22,6 +23,7 @@ namespace {
 constexpr std::uint32_t kStringCannotOpen = 19;
 constexpr std::uint32_t kStringNoDrums = 20;
 constexpr std::uint32_t kStringMeterMismatch = 21;
+constexpr std::uint32_t kStringTemporaryFolder = 30;
 
 using host::kVersion;
 
@@ -127,6 +129,9 @@ bool GenerateGroove(const GenerateOptions& options) {
     // A file that would drive the reader outside its limits.
     ShowMessage(kStringCannotOpen, CX_MB_EXCLAMATION);
     return false;
+  } catch (const std::bad_alloc&) {
+    ShowMessage(kStringCannotOpen, CX_MB_EXCLAMATION);
+    return false;
   }
   if (!pattern.loaded) return false;
   if (!pattern.drumNotesFound || pattern.lastDrumMeasure == 0) {
@@ -140,7 +145,10 @@ bool GenerateGroove(const GenerateOptions& options) {
   }
 
   TemporaryGrooveFile temporary;
-  if (!temporary.Write(*groove)) return true;  // nothing written, and the run counts as done
+  if (!temporary.Write(*groove)) {
+    ShowMessage(kStringTemporaryFolder, CX_MB_EXCLAMATION, temporary.Folder());
+    return false;
+  }
   const std::optional<StaffTarget> target = ChooseTarget(options);
   if (!target) return false;  // nothing was created; the file goes with `temporary`
   const NotationStyleRow& notation =

@@ -23,8 +23,8 @@ struct GenerateOptions {
 };
 
 // Runs one command inside the edit the dialog opened; true when the groove
-// was written (or, as the module always has, when the temporary file could
-// not be written and nothing was). Every message it needs it shows itself.
+// was written. Every message it needs it shows itself; whatever refuses the
+// run does so before anything in the score changes.
 bool GenerateGroove(const GenerateOptions& options);
 
 }  // namespace rw::shell

@@ -2,7 +2,9 @@
 
 #include <cantel/cantel.h>
 
+#include <algorithm>
 #include <cstdio>
+#include <cstring>
 #include <new>
 
 #include "host_api.h"
@@ -47,9 +49,9 @@ bool TemporaryGrooveFile::Write(const GrooveBuffer& groove) {
   char16_t folder[CX_PATH_UNITS] = {};
   host::CX_GetCantelPath(CX_PATH_TEMPORARY, folder, host::kVersion);
   folder[CX_PATH_UNITS - 1] = 0;
-  std::u16string path(folder);
-  if (path.empty()) return false;
-  path += kTemporaryFileName;
+  folder_ = folder;
+  if (folder_.empty()) return false;
+  const std::u16string path = folder_ + kTemporaryFileName;
   if (path.size() >= CX_PATH_UNITS) return false;
 
   File file(platform::OpenFileW(path.c_str(), "wb"));
@@ -59,9 +61,27 @@ bool TemporaryGrooveFile::Write(const GrooveBuffer& groove) {
   const std::size_t size = static_cast<std::size_t>(groove.size);
   const bool whole = std::fwrite(groove.bytes.get(), 1, size, file.get()) == size;
   const bool closed = std::fclose(file.release()) == 0;
-  if (whole && closed) return true;
+  if (whole && closed && ReadsBack(groove)) return true;
   Delete();
   return false;
+}
+
+// What the import will read is what was meant to be written: a full disk or
+// a folder that swallows writes shows here, before the score changes.
+bool TemporaryGrooveFile::ReadsBack(const GrooveBuffer& groove) const {
+  File file(platform::OpenFileW(path_.c_str(), "rb"));
+  if (!file) return false;
+  const std::uint8_t* expected = groove.bytes.get();
+  std::uint64_t left = groove.size;
+  std::uint8_t chunk[4096];
+  while (left > 0) {
+    const std::size_t want = static_cast<std::size_t>(std::min<std::uint64_t>(left, sizeof chunk));
+    if (std::fread(chunk, 1, want, file.get()) != want) return false;
+    if (std::memcmp(chunk, expected, want) != 0) return false;
+    expected += want;
+    left -= want;
+  }
+  return std::fgetc(file.get()) == EOF;
 }
 
 void TemporaryGrooveFile::Delete() {

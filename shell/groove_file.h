@@ -33,14 +33,20 @@ class TemporaryGrooveFile {
   TemporaryGrooveFile& operator=(const TemporaryGrooveFile&) = delete;
   ~TemporaryGrooveFile() { Delete(); }
 
-  // False when the host gave no usable folder or the file could not be
-  // written whole (a partial file is removed at once).
+  // False when the host gave no usable folder, or the file could not be
+  // written whole and read back the same (what was written is removed at
+  // once).
   bool Write(const GrooveBuffer& groove);
   void Delete();
   // The zero-terminated path, as the import block carries it.
   const std::u16string& Path() const { return path_; }
+  // The host's temporary folder, as it answered.
+  const std::u16string& Folder() const { return folder_; }
 
  private:
+  bool ReadsBack(const GrooveBuffer& groove) const;
+
+  std::u16string folder_;
   std::u16string path_;
   bool written_ = false;
 };

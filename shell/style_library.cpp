@@ -51,6 +51,8 @@ StyleLibrary FindStyles() {
   platform::FindHandle search = platform::FindFirstFileW(pattern.c_str(), &found);
   if (search == platform::kInvalidFindHandle) return styles;
   do {
+    // A folder named like a groove file is not one.
+    if ((found.attributes & platform::kAttributeDirectory) != 0) continue;
     if (std::u16string_view(found.fileName) != kTemporaryFileName) {
       styles.push_back(GrooveStyle{folder, found.fileName});
     }

@@ -10,7 +10,6 @@
 namespace rw::platform {
 namespace {
 
-constexpr std::uint32_t kAttributeDirectory = 0x10;
 constexpr std::uint32_t kAttributeNormal = 0x80;
 
 char16_t Upper(char16_t c) { return (c >= u'a' && c <= u'z') ? static_cast<char16_t>(c - 32) : c; }
@@ -82,7 +81,9 @@ FindHandle FindFirstFileW(const char16_t* pattern, FindData* found) {
   std::filesystem::directory_iterator it(NativePath(folder.c_str()), error);
   if (error) return kInvalidFindHandle;
   for (const auto& entry : it) {
-    const std::u16string name = Utf8ToUtf16(entry.path().filename().string());
+    const std::string narrow = entry.path().filename().string();
+    if (!IsValidUtf8(narrow)) continue;  // it would be shown mangled and never open again
+    const std::u16string name = Utf8ToUtf16(narrow);
     if (name.size() >= kMaxPath || !MatchesLikeWindows(namePattern, name)) continue;
     FindData data;
     const bool directory = entry.is_directory(error);

@@ -7,9 +7,10 @@ namespace rw::platform {
 // The desktop editions first, then the engine libraries that host the same
 // interface (the reference host's engine among them).
 const char* const kHostModuleNames[kHostModuleCount] = {
-    "cantel",           "cantel-pro",         "cantel-songwriter",   "cantel-allegro",
-    "cantel-printmusic", "cantel-notepad",    "cantel-guitar",       "cantel-education",
-    "cantel-reader",    "cantel-trial",       "libCantelEngine.so",  "libCantelEngine.so.1",
+    "cantel",           "cantel-pro",         "cantel-songwriter",
+    "cantel-allegro",   "cantel-printmusic",  "cantel-notepad",
+    "cantel-guitar",    "cantel-education",   "cantel-reader",
+    "cantel-trial",     "libCantelEngine.so", "libCantelEngine.so.1",
     "libCantelCore.so",
 };
 

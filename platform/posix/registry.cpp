@@ -48,8 +48,8 @@ long RegOpenKeyExA(const char* subKey, std::uint32_t, std::uint32_t, RegistryKey
   return kRegistryOk;
 }
 
-long RegQueryValueExA(RegistryKey key, const char* name, std::uint32_t* type,
-                      std::uint8_t* data, std::uint32_t* size) {
+long RegQueryValueExA(RegistryKey key, const char* name, std::uint32_t* type, std::uint8_t* data,
+                      std::uint32_t* size) {
   if (key == nullptr || name == nullptr || size == nullptr) return kErrorFileNotFound;
   std::ifstream file(static_cast<OpenKey*>(key)->folder / name, std::ios::binary);
   if (!file) return kErrorFileNotFound;

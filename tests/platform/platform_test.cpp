@@ -1,5 +1,7 @@
 // The POSIX side of the platform: paths between UTF-16 and UTF-8, the
 // directory search with Windows' rules, the language of the string table.
+#include "platform.h"
+
 #include <gtest/gtest.h>
 #include <stdlib.h>
 
@@ -9,7 +11,6 @@
 #include <vector>
 
 #include "paths.h"
-#include "platform.h"
 #include "string_table.h"
 
 namespace {
@@ -26,6 +27,16 @@ TEST(PathsBetweenUtf16AndUtf8, SurviveEveryPlaneAndTurnBackslashesIntoSlashes) {
   EXPECT_EQ(NativePath(nullptr), "");
 }
 
+TEST(PathsBetweenUtf16AndUtf8, OnlyWellFormedUtf8HasAUtf16Form) {
+  for (const char* good : {"", "Rock 8ths", "Polka \xC4\x85", "\xF0\x9D\x84\x9E"}) {
+    EXPECT_TRUE(rw::platform::IsValidUtf8(good)) << good;
+  }
+  for (const char* bad :
+       {"Rock \xE9", "\xC0\xAF", "\xED\xA0\x80", "\xF4\x90\x80\x80", "\xE2\x82", "\x80"}) {
+    EXPECT_FALSE(rw::platform::IsValidUtf8(bad)) << bad;
+  }
+}
+
 class TheDirectorySearch : public ::testing::Test {
  protected:
   void SetUp() override {
@@ -36,14 +47,17 @@ class TheDirectorySearch : public ::testing::Test {
   void TearDown() override { fs::remove_all(folder_); }
   void Touch(const std::string& name) { std::ofstream(folder_ / name) << "x"; }
 
+  // The names found, a folder's with a slash after it.
   std::vector<std::u16string> Found(const std::u16string& pattern) {
     std::vector<std::u16string> names;
     rw::platform::FindData found;
     const std::u16string full = Utf8ToUtf16(folder_.string()) + u"\\" + pattern;
     auto search = rw::platform::FindFirstFileW(full.c_str(), &found);
     if (search == rw::platform::kInvalidFindHandle) return names;
-    do names.emplace_back(found.fileName);
-    while (rw::platform::FindNextFileW(search, &found));
+    do {
+      const bool folder = (found.attributes & rw::platform::kAttributeDirectory) != 0;
+      names.push_back(std::u16string(found.fileName) + (folder ? u"/" : u""));
+    } while (rw::platform::FindNextFileW(search, &found));
     return names;
   }
 
@@ -52,11 +66,12 @@ class TheDirectorySearch : public ::testing::Test {
 
 TEST_F(TheDirectorySearch, MatchesStarMidAsWindowsDoesInCaseInsensitiveOrder) {
   for (const char* name : {"samba.mid", "Bossa.MID", "Long.midi", "notes.txt", "mid", "a.mi",
-                           "b.mid.txt", "Zz.Mid"}) {
+                           "b.mid.txt", "Zz.Mid", "Caf\xE9.mid"}) {
     Touch(name);
   }
-  EXPECT_EQ(Found(u"*.mid"),
-            (std::vector<std::u16string>{u"Bossa.MID", u"Long.midi", u"samba.mid", u"Zz.Mid"}));
+  fs::create_directory(folder_ / "Fills.mid");
+  EXPECT_EQ(Found(u"*.mid"), (std::vector<std::u16string>{u"Bossa.MID", u"Fills.mid/", u"Long.midi",
+                                                          u"samba.mid", u"Zz.Mid"}));
   EXPECT_TRUE(Found(u"*.wav").empty());
 }
 
@@ -74,8 +89,8 @@ TEST(TheLanguage, FollowsLcAllThenLcMessagesThenLang) {
       {nullptr, nullptr, nullptr, u"Normal Notation"},
   };
   for (const auto& c : cases) {
-    for (auto [variable, value] : {std::pair{"LC_ALL", c.all}, {"LC_MESSAGES", c.messages},
-                                   {"LANG", c.lang}}) {
+    for (auto [variable, value] :
+         {std::pair{"LC_ALL", c.all}, {"LC_MESSAGES", c.messages}, {"LANG", c.lang}}) {
       value != nullptr ? ::setenv(variable, value, 1) : ::unsetenv(variable);
     }
     char16_t text[64];
