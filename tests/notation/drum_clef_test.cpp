@@ -41,13 +41,6 @@ TEST_F(TheDrumClefIsCheckedForTheSonettaFont, AnyFontWhoseNameBeginsWithSonettaP
   EXPECT_EQ(Questions(), 0u);
 }
 
-TEST_F(TheDrumClefIsCheckedForTheSonettaFont, TheComparisonIsCaseSensitive) {
-  doc.set_fonts({{1, "Times New Roman", 0}, {3, "Sonetta", 0}, {9, "SONETTA Percussion", 0}});
-  doc.set_record(CX_TAG_CLEF_DEF, 12, 0, ClefDefinition(9, kOwnFont));
-  SetStaffClef(staff, 12, WholeMeasures(1, 1, 1, 1));
-  EXPECT_EQ(Questions(), 1u);
-}
-
 TEST_F(TheDrumClefIsCheckedForTheSonettaFont,
        ADefinitionWithoutItsOwnFontIsCheckedAgainstFontZero) {
   // Font 3 is "Sonetta", but without the flag the definition uses font 0.
@@ -68,42 +61,6 @@ TEST_F(TheDrumClefIsCheckedForTheSonettaFont, AClefOtherThanTwelveNeverAsks) {
   SetStaffClef(staff, 3, WholeMeasures(1, 1, 1, 2));
   EXPECT_EQ(Questions(), 0u);
   EXPECT_EQ(doc.clef(staff, 2), 3);
-}
-
-TEST_F(TheDrumClefIsCheckedForTheSonettaFont, AWrongDefinitionAsksStringTwentySixAsAYesNoQuestion) {
-  doc.set_record(CX_TAG_CLEF_DEF, 12, 0, ClefDefinition(kTimesNewRoman, kOwnFont));
-  SetStaffClef(staff, 12, WholeMeasures(1, 1, 1, 1));
-  ASSERT_EQ(Questions(), 1u);
-  const auto& question = doc.alerts()[0];
-  EXPECT_EQ(question.style, CX_MB_QUESTION_YESNO);
-  EXPECT_TRUE(question.wide);
-  EXPECT_EQ(question.text,
-            "The definition for the drum set clef seems to be incorrect.\n\nIt's the fourth clef "
-            "in the second row in Cantel's Clef Designer.\n\nWould you like the Rhythm Weave "
-            "plug-in to fix the clef definition?");
-}
-
-TEST_F(TheDrumClefIsCheckedForTheSonettaFont, YesRepairsWithExactlyThePluginsValues) {
-  // position -1, symbol 0x11223344, position -2, options 7, kept word 0xCDAB,
-  // Times New Roman, size 10, effects 5, flags 0x0100.
-  const Bytes before = {0xFF, 0xFF, 0x44, 0x33, 0x22, 0x11, 0xFE, 0xFF, 0x07, 0x00,
-                        0xAB, 0xCD, 0x01, 0x00, 0x0A, 0x00, 0x05, 0x00, 0x00, 0x01};
-  doc.set_record(CX_TAG_CLEF_DEF, 12, 0, before);
-  doc.script_answers({CX_ID_YES});
-  SetStaffClef(staff, 12, WholeMeasures(1, 1, 1, 1));
-  // -10, 139, -6, 0, kept, Sonetta, 24, 0, flags | 2.
-  const Bytes repaired = {0xF6, 0xFF, 0x8B,     0x00, 0x00, 0x00, 0xFA, 0xFF, 0x00, 0x00,
-                          0xAB, 0xCD, kSonetta, 0x00, 0x18, 0x00, 0x00, 0x00, 0x02, 0x01};
-  EXPECT_EQ(doc.record(CX_TAG_CLEF_DEF, 12, 0), repaired);
-}
-
-TEST_F(TheDrumClefIsCheckedForTheSonettaFont, NoLeavesTheDefinitionButKeepsTheClefs) {
-  const Bytes before = ClefDefinition(kTimesNewRoman, kOwnFont);
-  doc.set_record(CX_TAG_CLEF_DEF, 12, 0, before);
-  doc.script_answers({CX_ID_NO});
-  SetStaffClef(staff, 12, WholeMeasures(1, 1, 1, 2));
-  EXPECT_EQ(doc.record(CX_TAG_CLEF_DEF, 12, 0), before);
-  EXPECT_EQ(doc.clef(staff, 2), 12);
 }
 
 TEST_F(TheDrumClefIsCheckedForTheSonettaFont, AMissingDefinitionIsAskedAboutButNeverWritten) {

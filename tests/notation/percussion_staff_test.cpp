@@ -43,21 +43,6 @@ class TheStaffIsPreparedForPercussionNotation : public NotationTest {
   std::uint16_t staff = 0;
 };
 
-TEST_F(TheStaffIsPreparedForPercussionNotation, ANewStaffGetsTheDrumClefWordAndTheNewStaffOption) {
-  SetUpPercussionStaff(staff, WholeMeasures(1, 1, 3, 4), true);
-  EXPECT_EQ(SpecWord(6), kSonettaPercussion);
-  EXPECT_EQ(SpecWord(8), 0x1800);
-  EXPECT_EQ(SpecWord(10), 0x2021);
-  EXPECT_EQ(SpecWord(12), 0x0C0C);
-  EXPECT_EQ(SpecWord(22), 0x0422);
-  EXPECT_EQ(SpecWord(32), 0x4444) << "the name stays";
-  EXPECT_EQ(doc.record(CX_TAG_PERCUSSION_NOTATION, staff, 0), Words(12, {{0, 1}}));
-  EXPECT_EQ(doc.clef(staff, 2), 0);
-  EXPECT_EQ(doc.clef(staff, 3), 12);
-  EXPECT_EQ(doc.clef(staff, 4), 12);
-  EXPECT_TRUE(doc.alerts().empty());
-}
-
 TEST_F(TheStaffIsPreparedForPercussionNotation, AnExistingStaffFromMeasureThreeKeepsItsClefWord) {
   SetUpPercussionStaff(staff, WholeMeasures(1, 1, 3, 4), false);
   EXPECT_EQ(SpecWord(6), kSonettaPercussion);
@@ -90,29 +75,6 @@ class TheStaffIsPutOnChannelTen : public NotationTest {
   std::uint16_t staff = 0;
 };
 
-TEST_F(TheStaffIsPutOnChannelTen, ADefinitionNumberedOneHundredIsNotFoundAndANewOneIsCreated) {
-  for (std::uint16_t number = 1; number <= 3; ++number) {
-    doc.set_record(CX_TAG_CHANNEL_DEF, number, 0, ChannelDefinition(number));
-  }
-  doc.set_record(CX_TAG_CHANNEL_DEF, 100, 0, ChannelDefinition(9));
-  ASSERT_TRUE(EnsurePercussionChannel(staff));
-  EXPECT_EQ(doc.record(CX_TAG_CHANNEL_DEF, 4, 0), Words(CX_CHANNEL_DEF_SIZE, {{0, 9}}));
-  // "Rhythm Weave" in UTF-16 with its terminator.
-  const Bytes name = {'R', 0,   'h', 0,   'y', 0,   't', 0,   'h', 0,   'm', 0, ' ',
-                      0,   'W', 0,   'e', 0,   'a', 0,   'v', 0,   'e', 0,   0, 0};
-  EXPECT_EQ(doc.record(CX_TAG_CHANNEL_NAME, 4, 0), name);
-  EXPECT_EQ(doc.record(CX_TAG_PLAYBACK, staff, 0), Playback(3)) << "the number less one";
-}
-
-TEST_F(TheStaffIsPutOnChannelTen, AChannelNineDefinitionBelowOneHundredIsReused) {
-  doc.set_record(CX_TAG_CHANNEL_DEF, 2, 0, ChannelDefinition(0));
-  doc.set_record(CX_TAG_CHANNEL_DEF, 5, 0, ChannelDefinition(9));
-  doc.set_record(CX_TAG_CHANNEL_DEF, 7, 0, ChannelDefinition(9));
-  ASSERT_TRUE(EnsurePercussionChannel(staff));
-  EXPECT_EQ(ChannelDefinitions(), 3u);
-  EXPECT_EQ(doc.record(CX_TAG_PLAYBACK, staff, 0), Playback(4));
-}
-
 TEST_F(TheStaffIsPutOnChannelTen, ASecondRunSearchesAgainAndWritesTheSameRecord) {
   ASSERT_TRUE(EnsurePercussionChannel(staff));
   ASSERT_TRUE(EnsurePercussionChannel(staff));
@@ -138,12 +100,6 @@ TEST_F(TheStaffIsPutOnChannelTen, AFailedCreationAssignsNothing) {
 }
 
 class OnlyTheHostsPercussionChannelMakesADrumStaff : public TheStaffIsPutOnChannelTen {};
-
-TEST_F(OnlyTheHostsPercussionChannelMakesADrumStaff, ChannelWord0x8009Counts) {
-  doc.set_record(CX_TAG_CHANNEL_DEF, 3, 0, ChannelDefinition(0x8009));
-  doc.set_record(CX_TAG_PLAYBACK, staff, 0, Playback(3));
-  EXPECT_TRUE(IsPercussionStaff(staff));
-}
 
 TEST_F(OnlyTheHostsPercussionChannelMakesADrumStaff, ThePluginsOwnChannelNineDoesNot) {
   ASSERT_TRUE(EnsurePercussionChannel(staff));

@@ -117,16 +117,6 @@ TEST_F(PlaybackMarkersSurroundTheGroove, AnOffAlreadyInTheStartMeasureIsKept) {
   EXPECT_EQ(AssignmentsIn(5), 1u);
 }
 
-TEST_F(PlaybackMarkersSurroundTheGroove, AnOnInTheStartMeasureIsReplacedAndOthersStay) {
-  Marker(1, kOn, 5, kStaffOnly, staff);
-  Marker(2, kOn, 5, kStaffOnly, staff);
-  Marker(3, 15, 5, kStaffOnly, staff);
-  ASSERT_TRUE(AddPlaybackOffMarker(staff, 5));
-  ASSERT_EQ(AssignmentsIn(5), 2u);
-  EXPECT_EQ(cx_get_u16(Assignment(5, 0).data(), 0), 3);
-  EXPECT_EQ(TextOf(cx_get_u16(Assignment(5, 1).data(), 0)).ends_with("<HP off>"), true);
-}
-
 TEST_F(PlaybackMarkersSurroundTheGroove, ARefusedDeleteDoesNotStopTheScan) {
   Marker(1, kOn, 5, kStaffOnly, staff);
   doc.refuse_writes(CX_TAG_EXPRESSION_ASSIGN);

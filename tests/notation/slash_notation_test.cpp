@@ -72,16 +72,6 @@ class SlashNotationFinishesTheStaff : public NotationTest {
   std::uint16_t staff = 0;
 };
 
-TEST_F(SlashNotationFinishesTheStaff, ASplitAssignmentEndsAsBeforeNewAndAfterInThatOrder) {
-  doc.set_record(CX_TAG_STAFF_STYLE, 2, 0, SlashStyleDefinition());
-  Assign({{2, 1, 0, 10, kEnd}});
-  ERegion region = WholeMeasures(1, 1, 4, 6);
-  EXPECT_TRUE(ApplySlashNotation(region));
-  EXPECT_EQ(Assignments(),
-            (std::vector<Range>{{2, 1, 0, 3, kEnd}, {2, 4, 0, 6, kEnd}, {2, 7, 0, 10, kEnd}}));
-  EXPECT_EQ(StyleDefinitions(), 1u);
-}
-
 TEST_F(SlashNotationFinishesTheStaff, PartialOverlapsAreTrimmedAndInsideOnesDeleted) {
   doc.set_record(CX_TAG_STAFF_STYLE, 1, 0, SlashStyleDefinition());
   Assign({{1, 5, 0, 8, kEnd}, {1, 4, 0, 5, kEnd}, {1, 2, 0, 4, 2047}, {1, 11, 0, 12, kEnd}});
