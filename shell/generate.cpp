@@ -11,6 +11,7 @@
 #include "load_groove.h"
 #include "measures.h"
 #include "percussion_staff.h"
+#include "phrase_plan.h"
 #include "playback_markers.h"
 #include "region_checks.h"
 #include "regions.h"
@@ -71,29 +72,20 @@ std::optional<StaffTarget> ChooseTarget(const GenerateOptions& options) {
   return target;
 }
 
-// One import per repetition of the groove; the last is cut at the region's end.
-void PlaceRepetitions(const ERegion& work, std::uint16_t slot, const std::u16string& path,
-                      std::int64_t grooveMeasures) {
+// One import per placement, each into its own measures of the target staff.
+void Place(const std::vector<Placement>& plan, std::uint16_t slot, const std::u16string& path) {
   std::uint8_t block[CX_MIDI_BLOCK_SIZE] = {};
   const std::size_t units = std::min<std::size_t>(path.size(), CX_PATH_UNITS - 1);
   std::memcpy(block + CX_MIDI_BLOCK_PATH, path.data(), units * sizeof(char16_t));
-
-  ERegion place = work;
-  place.startList = place.endList = 0;
-  place.startSlot = place.endSlot = slot;
-  const std::int64_t measures = std::int64_t{work.endMeasure} - std::int64_t{work.startMeasure} + 1;
-  const std::int64_t repetitions =
-      std::max<std::int64_t>(1, (measures + grooveMeasures - 1) / grooveMeasures);
-  std::int64_t start = work.startMeasure;
-  for (std::int64_t k = 0; k < repetitions; ++k) {
-    place.startMeasure = static_cast<std::uint16_t>(start);
+  for (const Placement& placement : plan) {
+    ERegion place{};
+    place.startSlot = place.endSlot = slot;
+    place.startMeasure = static_cast<std::uint16_t>(placement.firstMeasure);
+    place.endMeasure = static_cast<std::uint16_t>(placement.lastMeasure);
     place.startPosition = 0;
-    place.endMeasure = static_cast<std::uint16_t>(
-        std::min<std::int64_t>(start + grooveMeasures - 1, work.endMeasure));
     place.endPosition = CX_END_OF_MEASURE;
     std::memcpy(block + CX_MIDI_BLOCK_REGION, &place, sizeof place);
     host::CX_ProcessMidiDataNoSplit(block, kVersion);
-    start += grooveMeasures;
   }
 }
 
@@ -155,7 +147,10 @@ bool GenerateGroove(const GenerateOptions& options) {
       NotationStyleOfRow(static_cast<std::int32_t>(options.notation));
   notation.prepare(*target, options.work);
   notation::EnsurePercussionChannel(target->staff);
-  PlaceRepetitions(options.work, target->slot, temporary.Path(), grooveMeasures);
+  PhraseLengths lengths;
+  lengths.groove = static_cast<std::uint32_t>(grooveMeasures);
+  Place(PlanPlacements(options.work.startMeasure, options.work.endMeasure, lengths), target->slot,
+        temporary.Path());
   temporary.Delete();
   notation.finish(*target, options.work);
   AddMarkers(*target, options);
