@@ -210,7 +210,13 @@ class TheScriptWritesOneFilePerName(unittest.TestCase):
     def test_every_shipped_description_is_valid(self):
         with tempfile.TemporaryDirectory() as folder:
             self.assertEqual(make_grooves.main([folder, "--quiet"]), 0)
-            self.assertGreaterEqual(len(list(pathlib.Path(folder).glob("*.mid"))), 16)
+            root = pathlib.Path(folder)
+            styles = sorted(path.name for path in root.glob("*.mid"))
+            self.assertGreaterEqual(len(styles), 32)
+            self.assertEqual(sorted(path.name for path in root.glob("Fills/*.mid")), styles)
+            endings = {path.name for path in root.glob("Endings/*.mid")}
+            self.assertGreaterEqual(len(endings), 24)
+            self.assertLessEqual(endings, set(styles))
 
 
 if __name__ == "__main__":
