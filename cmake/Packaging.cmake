@@ -14,7 +14,8 @@ if(TARGET RhythmWeave)
 endif()
 
 # The grooves target writes this folder at build time; the package target
-# builds everything first.
+# builds everything first. The folder is copied whole, so each style's fill
+# and ending go along in its Fills and Endings subfolders.
 if(TARGET grooves)
   install(DIRECTORY "${RW_GROOVE_OUTPUT_DIR}/"
     DESTINATION "Component Files/Rhythm Weave"

@@ -1,9 +1,11 @@
-"""Reads a groove description (.groove) into a timed list of drum notes.
+"""Reads a style description (.groove) into timed lists of drum notes.
 
-A description is plain text, one pattern per file; grooves/README.md is the
-author's guide. The reader is strict on purpose: a mistake in a pattern must
-stop the build rather than ship a groove that the plug-in would place with
-the wrong meter or length.
+A description is plain text, one style per file: its main groove and,
+optionally, a fill and an ending in sections of their own, so that an author
+reads the whole style in one place; grooves/README.md is the author's guide.
+The reader is strict on purpose: a mistake in a pattern must stop the build
+rather than ship a groove that the plug-in would place with the wrong meter
+or length.
 """
 
 import random
@@ -40,6 +42,12 @@ VELOCITY_SPREAD = 6
 TRAILING_STROKE_PERCENT = 70
 
 
+# The parts of a style and the subfolder of the groove folder that holds each
+# one's file, named like the style; the plug-in lists only the top folder.
+PART_FOLDERS = {"main": "", "fill": "Fills", "ending": "Endings"}
+COMPANIONS = ("fill", "ending")
+
+
 class GrooveError(Exception):
     """A description that cannot become a correct groove file."""
 
@@ -61,6 +69,7 @@ class Groove:
     division: int
     measures: int
     notes: list = field(default_factory=list)
+    part: str = "main"
 
     @property
     def ticks_per_beat(self):
@@ -76,7 +85,26 @@ class Groove:
 
     @property
     def file_name(self):
-        return self.name + ".mid"
+        """Path relative to the groove folder, with '/' between folders."""
+        folder = PART_FOLDERS[self.part]
+        return (folder + "/" if folder else "") + self.name + ".mid"
+
+    @property
+    def title(self):
+        return self.name if self.part == "main" else f"{self.name} ({self.part})"
+
+
+@dataclass
+class Style:
+    """A main groove with its optional fill and ending, all of one meter."""
+
+    main: Groove
+    fill: Groove = None
+    ending: Groove = None
+
+    @property
+    def parts(self):
+        return [groove for groove in (self.main, self.fill, self.ending) if groove]
 
 
 def measure_count_by_plugin_rule(last_event_tick, ticks_per_measure):
@@ -109,15 +137,27 @@ def key_of(instrument):
     return key
 
 
+class _Section:
+    """The settings and measure blocks of one part of a style."""
+
+    def __init__(self, part):
+        self.part = part
+        self.header = {}
+        self.blocks = {}  # measure number -> {"lines": {key: (instrument, grid, line)}}
+
+
 class _Reader:
     """Line-by-line state of one description."""
 
-    HEADER_KEYS = ("name", "meter", "tempo", "division", "measures")
+    MAIN_KEYS = ("name", "meter", "tempo", "division", "measures")
+    # A companion shares the style's name and division; it may restate the
+    # meter (which must then be the main groove's) and play at its own tempo.
+    COMPANION_KEYS = ("meter", "tempo", "measures")
 
     def __init__(self, source):
         self.source = source
-        self.header = {}
-        self.blocks = {}  # measure number -> {key: (instrument, grid)}
+        self.sections = {"main": _Section("main")}
+        self.section = self.sections["main"]
         self.current = None
 
     def fail(self, line_number, message):
@@ -136,20 +176,16 @@ class _Reader:
                 self.fail(number, str(error))
 
     def _read_line(self, number, line):
+        if line in COMPANIONS:
+            self._start_section(number, line)
+            return
         header = re.fullmatch(r"([a-z]+)\s*:\s*(.+)", line)
         if header:
-            key, value = header.groups()
-            if key not in self.HEADER_KEYS:
-                self.fail(number, f"unknown setting '{key}'")
-            if key in self.header:
-                self.fail(number, f"'{key}' given twice")
-            if self.blocks:
-                self.fail(number, f"'{key}' must come before the first measure")
-            self.header[key] = value.strip()
+            self._read_setting(number, *header.groups())
             return
-        block = re.fullmatch(r"measure\s+(\d+)(?:\s+like\s+(\d+))?", line)
+        block = re.fullmatch(r"measure\s+(\d+)(?:\s+like\s+(?:([a-z]+)\s+)?(\d+))?", line)
         if block:
-            self._start_measure(number, int(block.group(1)), block.group(2))
+            self._start_measure(number, int(block.group(1)), block.group(2), block.group(3))
             return
         if self.current is None:
             self.fail(number, "an instrument line needs a 'measure N' line above it")
@@ -166,18 +202,49 @@ class _Reader:
         self.current["lines"][key] = (instrument, grid, number)
         self.current["set_here"].add(key)
 
-    def _start_measure(self, number, measure, like):
-        if measure in self.blocks:
+    def _start_section(self, number, part):
+        if part in self.sections:
+            self.fail(number, f"the {part} is described twice")
+        if not self.sections["main"].blocks:
+            self.fail(number, f"the {part} must follow the main groove's measures")
+        self.section = self.sections[part] = _Section(part)
+        self.current = None
+
+    def _read_setting(self, number, key, value):
+        section = self.section
+        allowed = self.MAIN_KEYS if section.part == "main" else self.COMPANION_KEYS
+        if key not in self.MAIN_KEYS:
+            self.fail(number, f"unknown setting '{key}'")
+        if key not in allowed:
+            self.fail(number, f"'{key}' belongs to the main groove; the {section.part} shares it")
+        if key in section.header:
+            self.fail(number, f"'{key}' given twice")
+        if section.blocks:
+            self.fail(number, f"'{key}' must come before the first measure")
+        section.header[key] = value.strip()
+
+    def _start_measure(self, number, measure, like_part, like):
+        section = self.section
+        if measure in section.blocks:
             self.fail(number, f"measure {measure} is described twice")
         lines = {}
         if like is not None:
-            model = int(like)
-            if model not in self.blocks:
-                self.fail(number, f"measure {measure} is like measure {model}, "
+            model_part = like_part or section.part
+            if model_part not in PART_FOLDERS:
+                self.fail(number, f"'like {model_part} {like}': a measure can be like one "
+                                  "of main, fill or ending")
+            model_section = self.sections.get(model_part)
+            if model_section is None:
+                self.fail(number, f"measure {measure} is like the {model_part}, "
                                   "which is not described above it")
-            lines = dict(self.blocks[model]["lines"])
+            model = int(like)
+            if model not in model_section.blocks:
+                where = "" if model_section is section else f"{model_part} "
+                self.fail(number, f"measure {measure} is like {where}measure {model}, "
+                                  "which is not described above it")
+            lines = dict(model_section.blocks[model]["lines"])
         self.current = {"lines": lines, "set_here": set()}
-        self.blocks[measure] = self.current
+        section.blocks[measure] = self.current
 
 
 def _parse_meter(text):
@@ -214,16 +281,19 @@ def _tempo(header):
     return bpm
 
 
-def _place_notes(reader, groove):
+def _place_notes(section, reader, groove, where):
     """Turns the measure blocks into notes. Each note sounds for seven eighths
     of its grid step, so that every note-off lies before the next step and the
     last one stays inside the groove's last measure."""
-    humanise = random.Random(groove.name)
+    # The main groove's seed is the name alone, so that its bytes do not
+    # change when a fill or an ending is added to its description.
+    humanise = random.Random(groove.name if groove.part == "main"
+                             else f"{groove.name}/{groove.part}")
     tpm = groove.ticks_per_measure
     for measure in range(1, groove.measures + 1):
-        if measure not in reader.blocks:
-            raise GrooveError(f"{reader.source}: measure {measure} is not described")
-        for key, (instrument, grid, line) in sorted(reader.blocks[measure]["lines"].items()):
+        if measure not in section.blocks:
+            raise GrooveError(f"{where}: measure {measure} is not described")
+        for key, (instrument, grid, line) in sorted(section.blocks[measure]["lines"].items()):
             if not grid or tpm % len(grid):
                 reader.fail(line, f"{instrument}: a grid of {len(grid)} steps does not divide "
                                   f"a measure of {tpm} ticks evenly")
@@ -236,52 +306,90 @@ def _place_notes(reader, groove):
                 played = velocity + humanise.randint(-VELOCITY_SPREAD, VELOCITY_SPREAD)
                 groove.notes.append(Note(start + index * step, step - step // 8, key,
                                          max(1, min(127, played))))
-    extra = sorted(set(reader.blocks) - set(range(1, groove.measures + 1)))
+    extra = sorted(set(section.blocks) - set(range(1, groove.measures + 1)))
     if extra:
-        raise GrooveError(f"{reader.source}: measure {extra[0]} lies beyond "
+        raise GrooveError(f"{where}: measure {extra[0]} lies beyond "
                           f"'measures: {groove.measures}'")
 
 
-def _check_length(source, groove):
+def _check_length(where, groove):
+    """The plug-in measures a fill or an ending by the same rule as a main
+    groove, so each part is held to the length its description states."""
     if not groove.notes:
-        raise GrooveError(f"{source}: the pattern has no strokes")
+        raise GrooveError(f"{where}: the pattern has no strokes")
     last_event = max(note.tick + note.length for note in groove.notes)
     counted = measure_count_by_plugin_rule(last_event, groove.ticks_per_measure)
     if counted != groove.measures:
         raise GrooveError(
-            f"{source}: the plug-in would take this groove as {counted} measure(s), not "
+            f"{where}: the plug-in would take this groove as {counted} measure(s), not "
             f"{groove.measures}: the last stroke of the last measure must end in its "
             f"final {100 - TRAILING_STROKE_PERCENT} percent")
 
 
-def parse_groove(text, source="<description>"):
+def _main_groove(header):
+    if "name" not in header:
+        raise GrooveError("'name:' is missing")
+    if re.search(r'[\\/:*?"<>|]', header["name"]):
+        raise GrooveError(f"name '{header['name']}' cannot be a file name")
+    numerator, denominator = _parse_meter(header.get("meter", ""))
+    return Groove(
+        name=header["name"],
+        numerator=numerator,
+        denominator=denominator,
+        tempo_bpm=_tempo(header),
+        division=_whole_number(header, "division", 24, 32767, DEFAULT_DIVISION),
+        measures=_whole_number(header, "measures", 1, 64),
+    )
+
+
+def _companion(header, part, main):
+    # The plug-in places a companion only into measures that take its main
+    # groove; one meter for the whole style keeps that always true.
+    if "meter" in header:
+        meter = _parse_meter(header["meter"])
+        if meter != (main.numerator, main.denominator):
+            raise GrooveError(f"the {part}'s meter {meter[0]}/{meter[1]} is not the main "
+                              f"groove's {main.numerator}/{main.denominator}")
+    return Groove(
+        name=main.name,
+        numerator=main.numerator,
+        denominator=main.denominator,
+        tempo_bpm=_tempo(header) if "tempo" in header else main.tempo_bpm,
+        division=main.division,
+        measures=_whole_number(header, "measures", 1, 64),
+        part=part,
+    )
+
+
+def parse_style(text, source="<description>"):
+    """The main groove and its companions, each checked as the plug-in will
+    check its file."""
     reader = _Reader(source)
     reader.read(text)
-    header = reader.header
-    try:
-        if "name" not in header:
-            raise GrooveError("'name:' is missing")
-        if re.search(r'[\\/:*?"<>|]', header["name"]):
-            raise GrooveError(f"name '{header['name']}' cannot be a file name")
-        numerator, denominator = _parse_meter(header.get("meter", ""))
-        groove = Groove(
-            name=header["name"],
-            numerator=numerator,
-            denominator=denominator,
-            tempo_bpm=_tempo(header),
-            division=_whole_number(header, "division", 24, 32767, DEFAULT_DIVISION),
-            measures=_whole_number(header, "measures", 1, 64),
-        )
-    except GrooveError as error:
-        raise GrooveError(f"{source}: {error}") from None
-    if groove.division * 4 % denominator:
-        raise GrooveError(f"{source}: a division of {groove.division} cannot "
-                          f"express a 1/{denominator} beat")
-    _place_notes(reader, groove)
-    _check_length(source, groove)
-    return groove
+    grooves = {}
+    for part, section in reader.sections.items():
+        where = source if part == "main" else f"{source} ({part})"
+        try:
+            if part == "main":
+                grooves[part] = _main_groove(section.header)
+            else:
+                grooves[part] = _companion(section.header, part, grooves["main"])
+        except GrooveError as error:
+            raise GrooveError(f"{where}: {error}") from None
+        groove = grooves[part]
+        if groove.division * 4 % groove.denominator:
+            raise GrooveError(f"{where}: a division of {groove.division} cannot "
+                              f"express a 1/{groove.denominator} beat")
+        _place_notes(section, reader, groove, where)
+        _check_length(where, groove)
+    return Style(grooves["main"], grooves.get("fill"), grooves.get("ending"))
 
 
-def read_groove_file(path):
+def parse_groove(text, source="<description>"):
+    """The main groove alone."""
+    return parse_style(text, source).main
+
+
+def read_style_file(path):
     with open(path, encoding="utf-8") as handle:
-        return parse_groove(handle.read(), str(path))
+        return parse_style(handle.read(), str(path))

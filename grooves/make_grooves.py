@@ -1,12 +1,14 @@
 #!/usr/bin/env python3
-"""Writes the starter groove library: one Standard MIDI File per description.
+"""Writes the starter groove library: Standard MIDI Files from descriptions.
 
     python3 grooves/make_grooves.py OUT_DIR [DESCRIPTION ...]
 
-Without descriptions it reads every grooves/patterns/*.groove. Each file is
-written as "<name>.mid" into OUT_DIR, which is created when missing; the
-plug-in lists a groove by its file name less ".mid". A description that
-cannot give a correct groove stops the run with a message and exit code 1.
+Without descriptions it reads every grooves/patterns/*.groove. A style's main
+groove is written as "<name>.mid" into OUT_DIR, its fill as
+"Fills/<name>.mid" and its ending as "Endings/<name>.mid"; folders are
+created when missing. The plug-in lists a style by its file name less ".mid".
+A description that cannot give a correct groove stops the run with a message
+and exit code 1, before any file is written.
 """
 
 import argparse
@@ -17,7 +19,7 @@ import sys
 sys.dont_write_bytecode = True
 sys.path.insert(0, str(pathlib.Path(__file__).resolve().parent))
 
-from groove_format import GrooveError, read_groove_file  # noqa: E402
+from groove_format import GrooveError, read_style_file  # noqa: E402
 from smf_writer import smf_bytes  # noqa: E402
 
 PATTERN_DIR = pathlib.Path(__file__).resolve().parent / "patterns"
@@ -41,11 +43,11 @@ def main(argv=None):
         print("make_grooves: no groove descriptions found", file=sys.stderr)
         return 1
     try:
-        grooves = [read_groove_file(path) for path in paths]
+        styles = [read_style_file(path) for path in paths]
     except (GrooveError, OSError) as error:
         print(f"make_grooves: {error}", file=sys.stderr)
         return 1
-    names = [groove.file_name.lower() for groove in grooves]
+    names = [style.main.file_name.lower() for style in styles]
     clashes = sorted({name for name in names if names.count(name) > 1})
     if clashes:
         # Windows file names ignore case: two such grooves would overwrite
@@ -54,8 +56,10 @@ def main(argv=None):
         return 1
 
     args.out_dir.mkdir(parents=True, exist_ok=True)
-    for groove in grooves:
-        (args.out_dir / groove.file_name).write_bytes(smf_bytes(groove))
+    for groove in (groove for style in styles for groove in style.parts):
+        path = args.out_dir / groove.file_name
+        path.parent.mkdir(exist_ok=True)
+        path.write_bytes(smf_bytes(groove))
         if not args.quiet:
             print(f"{groove.file_name}: {groove.numerator}/{groove.denominator}, "
                   f"{groove.measures} measure(s), {len(groove.notes)} strokes")

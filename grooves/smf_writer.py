@@ -65,7 +65,7 @@ def track_chunk(timed_events):
 def conductor_track(groove):
     meter = time_signature_data(groove.numerator, groove.denominator)
     return track_chunk([
-        (0, meta_event(META_TRACK_NAME, groove.name.encode("latin-1", "replace"))),
+        (0, meta_event(META_TRACK_NAME, groove.title.encode("latin-1", "replace"))),
         (0, meta_event(META_TEMPO, tempo_data(groove.tempo_bpm))),
         (0, meta_event(META_TIME_SIGNATURE, meter)),
         (groove.total_ticks, meta_event(META_END_OF_TRACK, b"")),

@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # The Windows module itself: exactly the six exports, no runtime DLLs beside
 # the system's, and under Wine it loads only into a process that holds a host
-# module; the package holds it, the starter grooves and the guide.
+# module; the package holds it, the starter grooves with their fills and
+# endings, and the guide.
 set -euo pipefail
 cd "$(dirname "$0")/../.."
 
@@ -44,7 +45,15 @@ unpacked=build/windows/package-check
 rm -rf "$unpacked" && mkdir -p "$unpacked" && unzip -q "$package" -d "$unpacked"
 top=$(ls -d "$unpacked"/RhythmWeave-*)
 check "the package holds the plug-in" test -f "$top/Plug-Ins/RhythmWeave.dll"
-check "the package holds the starter grooves" test "$(ls "$top/Component Files/Rhythm Weave/"*.mid | wc -l)" -ge 16
+grooves="$top/Component Files/Rhythm Weave"
+mids() { (cd "$1" 2>/dev/null && ls -- *.mid 2>/dev/null) || true; }  # names, sorted
+styles=$(mids "$grooves")
+endings=$(mids "$grooves/Endings")
+check "the package holds at least 32 starter styles" test "$(printf '%s' "$styles" | grep -c .)" -ge 32
+check "the package holds a fill for every style, and no other" test "$(mids "$grooves/Fills")" = "$styles"
+check "the package holds at least 24 endings" test "$(printf '%s' "$endings" | grep -c .)" -ge 24
+check "every ending in the package belongs to a style it holds" \
+  test -z "$(comm -23 <(printf '%s\n' "$endings") <(printf '%s\n' "$styles"))"
 check "the package holds the user guide" test -f "$top/USER_GUIDE.md"
 cp "$bin/CantelEngine.dll" "$bin/load_check.exe" "$top/Plug-Ins/"
 packaged=$(cd "$top/Plug-Ins" && "$wine" load_check.exe --engine CantelEngine.dll RhythmWeave.dll 2>/dev/null | tr -d '\r' | head -1 || true)

@@ -1,11 +1,14 @@
 #!/usr/bin/env python3
-"""Checks one starter groove file against its description.
+"""Checks the files of one starter style against its description.
 
-    check_groove.py --description D.groove --midi F.mid [--rwgroove PATH]
+    check_groove.py --description D.groove --grooves DIR [--rwgroove PATH]
 
-The file is read here with a parser of its own (not the generator's code),
-and, when rwgroove is given, by the plug-in's reader. Prints one line per
-failed check and exits 1 when any failed.
+DIR is the groove folder: the main groove is DIR/NAME.mid, its fill
+DIR/Fills/NAME.mid and its ending DIR/Endings/NAME.mid. Each file is read
+here with a parser of its own (not the generator's code) and, when rwgroove
+is given, by the plug-in's reader; a companion that the description does not
+have must not be there either. Prints one line per failed check and exits 1
+when any failed.
 """
 
 import argparse
@@ -18,7 +21,7 @@ import sys
 sys.dont_write_bytecode = True
 sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[2] / "grooves"))
 
-from groove_format import read_groove_file  # noqa: E402
+from groove_format import PART_FOLDERS, read_style_file  # noqa: E402
 
 GM_DRUM_KEYS = range(35, 82)
 EXPECTED_DIVISION = 480
@@ -171,25 +174,41 @@ class Checker:
                     f"rwgroove keys {keys} are not all General MIDI drum keys")
 
 
+def check_file(groove, midi, rwgroove):
+    checker = Checker(groove)
+    try:
+        checker.file_structure(midi.read_bytes())
+    except (OSError, ValueError, IndexError) as error:
+        checker.failures.append(f"cannot read {midi}: {error}")
+    if rwgroove:
+        checker.reader_view(rwgroove, midi)
+    return checker.failures
+
+
 def main():
     parser = argparse.ArgumentParser()
     parser.add_argument("--description", required=True, type=pathlib.Path)
-    parser.add_argument("--midi", required=True, type=pathlib.Path)
+    parser.add_argument("--grooves", required=True, type=pathlib.Path)
     parser.add_argument("--rwgroove")
     args = parser.parse_args()
 
-    checker = Checker(read_groove_file(args.description))
-    try:
-        checker.file_structure(args.midi.read_bytes())
-    except (OSError, ValueError, IndexError) as error:
-        checker.failures.append(f"cannot read {args.midi}: {error}")
-    if args.rwgroove:
-        checker.reader_view(args.rwgroove, args.midi)
-    for failure in checker.failures:
-        print(f"{args.midi.name}: {failure}")
-    if not checker.failures:
-        print(f"{args.midi.name}: ok" + ("" if args.rwgroove else " (without rwgroove)"))
-    return 1 if checker.failures else 0
+    style = read_style_file(args.description)
+    failed = False
+    for groove in style.parts:
+        failures = check_file(groove, args.grooves / groove.file_name, args.rwgroove)
+        for failure in failures:
+            print(f"{groove.file_name}: {failure}")
+        if not failures:
+            print(f"{groove.file_name}: ok, {groove.measures} measure(s)"
+                  + ("" if args.rwgroove else " (without rwgroove)"))
+        failed = failed or bool(failures)
+    present = {groove.part for groove in style.parts}
+    for part, folder in PART_FOLDERS.items():
+        stray = args.grooves / folder / (style.main.name + ".mid")
+        if part not in present and stray.exists():
+            print(f"{folder}/{stray.name}: the description has no {part}, yet the file is there")
+            failed = True
+    return 1 if failed else 0
 
 
 if __name__ == "__main__":

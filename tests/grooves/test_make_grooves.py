@@ -9,7 +9,7 @@ import textwrap
 import unittest
 
 import make_grooves
-from groove_format import GrooveError, measure_count_by_plugin_rule, parse_groove
+from groove_format import GrooveError, measure_count_by_plugin_rule, parse_groove, parse_style
 from smf_writer import smf_bytes, time_signature_data, variable_length
 
 
@@ -91,6 +91,69 @@ class DescriptionsWithMistakesAreRefused(unittest.TestCase):
         self.assertRefused(describe("measure 1\nBD ....\n"), "no strokes")
 
 
+class AFillAndAnEndingAreCheckedAsTheirMainGroove(unittest.TestCase):
+    STYLE = describe("""\
+        measure 1
+        BD  X... X... X... X...
+
+        fill
+        measures: 1
+        measure 1 like main 1
+        SN  .... .... XxXx XxXx
+
+        ending
+        measures: 2
+        measure 1 like fill 1
+        measure 2
+        CR  X
+        BD  X
+        """)
+
+    def test_companions_share_the_name_and_meter_and_have_their_own_length(self):
+        style = parse_style(self.STYLE)
+        self.assertEqual([(g.file_name, g.numerator, g.measures) for g in style.parts],
+                         [("Test.mid", 4, 1), ("Fills/Test.mid", 4, 1),
+                          ("Endings/Test.mid", 4, 2)])
+        fill_keys = sorted({note.key for note in style.fill.notes})
+        self.assertEqual(fill_keys, [36, 38])  # the kick copied from the main groove
+        # The final crash on beat 1, one step long, ends late enough in the
+        # last measure to keep it counted, and inside it.
+        last = max(note.tick + note.length for note in style.ending.notes)
+        self.assertEqual(last, 2 * 1920 - 1920 // 8)
+
+    def assertRefused(self, companion, pattern):
+        main = describe("measure 1\nBD X... X... X... X...\n")
+        with self.assertRaisesRegex(GrooveError, pattern):
+            parse_style(main + textwrap.dedent(companion), "t.groove")
+
+    def test_a_companion_in_another_meter_is_refused(self):
+        self.assertRefused("fill\nmeter: 3/4\nmeasures: 1\nmeasure 1\nSN XXX\n",
+                           r"t.groove \(fill\): the fill's meter 3/4 is not the main groove's 4/4")
+        self.assertRefused("ending\nmeter: 2/2\nmeasures: 1\nmeasure 1\nSN XX\n",
+                           "meter 2/2 is not")
+
+    def test_a_companion_that_the_plugin_would_measure_otherwise_is_refused(self):
+        # A final hit on a quarter-note grid ends early in its measure: the
+        # plug-in would drop that measure, and the host would never place it.
+        self.assertRefused("""\
+            ending
+            measures: 2
+            measure 1
+            SN  XXXX
+            measure 2
+            CR  X...
+            """, r"\(ending\): the plug-in would take this groove as 1 measure\(s\), not 2")
+        self.assertRefused("fill\nmeasures: 1\nmeasure 1\nSN ....\n", r"\(fill\): .*no strokes")
+
+    def test_misplaced_or_repeated_companions_are_refused(self):
+        self.assertRefused("fill\nmeasures: 1\nmeasure 1\nSN X\nfill\n", "described twice")
+        self.assertRefused("fill\nname: Other\n", "'name' belongs to the main groove")
+        self.assertRefused("ending\nmeasures: 1\nmeasure 1 like fill 1\n",
+                           "like the fill, which is not described")
+        with self.assertRaisesRegex(GrooveError, "must follow the main groove"):
+            parse_style("name: T\nmeter: 4/4\ntempo: 90\nmeasures: 1\nfill\n")
+
+
 class TheFileCarriesWhatTheReaderNeeds(unittest.TestCase):
     def test_variable_length_quantities(self):
         self.assertEqual(variable_length(0), b"\x00")
@@ -134,10 +197,26 @@ class TheScriptWritesOneFilePerName(unittest.TestCase):
             self.assertIn("funk.mid", errors.getvalue())
             self.assertFalse((root / "out").exists())
 
+    def test_a_style_writes_its_companions_into_their_folders(self):
+        with tempfile.TemporaryDirectory() as folder:
+            root = pathlib.Path(folder)
+            (root / "t.groove").write_text(AFillAndAnEndingAreCheckedAsTheirMainGroove.STYLE)
+            self.assertEqual(make_grooves.main([str(root / "out"), str(root / "t.groove"),
+                                                "--quiet"]), 0)
+            written = sorted(str(path.relative_to(root / "out"))
+                             for path in (root / "out").rglob("*.mid"))
+            self.assertEqual(written, ["Endings/Test.mid", "Fills/Test.mid", "Test.mid"])
+
     def test_every_shipped_description_is_valid(self):
         with tempfile.TemporaryDirectory() as folder:
             self.assertEqual(make_grooves.main([folder, "--quiet"]), 0)
-            self.assertGreaterEqual(len(list(pathlib.Path(folder).glob("*.mid"))), 16)
+            root = pathlib.Path(folder)
+            styles = sorted(path.name for path in root.glob("*.mid"))
+            self.assertGreaterEqual(len(styles), 32)
+            self.assertEqual(sorted(path.name for path in root.glob("Fills/*.mid")), styles)
+            endings = {path.name for path in root.glob("Endings/*.mid")}
+            self.assertGreaterEqual(len(endings), 24)
+            self.assertLessEqual(endings, set(styles))
 
 
 if __name__ == "__main__":
