@@ -45,7 +45,7 @@ void EndDialog(void* dialog) { host::CX_EndDialog(dialog, kVersion); }
 
 void OnInitDialog(void* dialog, CommandRun& run, RememberedChoices& choices) {
   run.timerPending = false;
-  if (LoadPlacementSetting(choices.placement) & kFlagNewStaff) {
+  if (LoadStoredChoices(choices) & kFlagNewStaff) {
     SetCheck(dialog, RW_ID_NEW_STAFF, 1);
     Enable(dialog, RW_ID_STAFF_LIST, false);
   } else {
@@ -70,7 +70,7 @@ void SaveDialogChoices(void* dialog, std::uint32_t* data, RememberedChoices& cho
   choices.styleRow = Selection(dialog, RW_ID_STYLE_LIST, CX_LB_GETCURSEL);
   choices.staffRow = Selection(dialog, RW_ID_STAFF_LIST, CX_CB_GETCURSEL);
   choices.notationRow = Selection(dialog, RW_ID_GENERATE_LIST, CX_CB_GETCURSEL);
-  SavePlacementSetting(*data, choices.placement);
+  SaveStoredChoices(*data, choices);
 }
 
 GenerateOptions OptionsOf(const CommandRun& run, const RememberedChoices& choices,
@@ -83,6 +83,8 @@ GenerateOptions OptionsOf(const CommandRun& run, const RememberedChoices& choice
   const auto row = static_cast<std::size_t>(choices.styleRow);
   if (row < run.styles.size()) options.style = run.styles[row];  // else nothing opens: string 19
   options.notation = static_cast<NotationStyle>(choices.notationRow);
+  options.fillEvery = choices.fillEvery;
+  options.ending = choices.ending;
   return options;
 }
 

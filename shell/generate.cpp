@@ -1,58 +1,59 @@
 #include "generate.h"
 
 #include <algorithm>
+#include <array>
 #include <cstring>
-#include <new>
 #include <optional>
-#include <stdexcept>
 
-#include "groove_file.h"
+#include "groove_parts.h"
 #include "host_api.h"
-#include "load_groove.h"
-#include "measures.h"
 #include "percussion_staff.h"
 #include "phrase_plan.h"
 #include "playback_markers.h"
 #include "region_checks.h"
-#include "regions.h"
 #include "staff_list.h"
 #include "user_messages.h"
 
 namespace rw::shell {
 namespace {
 
-constexpr std::uint32_t kStringCannotOpen = 19;
-constexpr std::uint32_t kStringNoDrums = 20;
-constexpr std::uint32_t kStringMeterMismatch = 21;
 constexpr std::uint32_t kStringTemporaryFolder = 30;
 
 using host::kVersion;
 
-// The reader's own messages, shown as they arise.
-class AlertSink : public groove::DiagnosticSink {
- public:
-  void Show(const char* text) override { host::CX_AlertMessage(0, 0, 0, text, kVersion); }
-};
+// The parts a run places, by GroovePart; the ones not placed stay empty.
+using Parts = std::array<std::optional<LoadedPart>, 3>;
 
-// Whether the groove's meter fits the region: equal length, and the same
-// number of beats once a dotted beat is counted in its thirds and 2/2 and
-// 4/4 are taken for each other.
-bool MeterFits(const groove::GroovePattern& groove, const ERegion& work) {
-  if (groove.division <= 0) return false;
-  const MeasureSpecification spec = ReadMeasureSpecification(work.startMeasure);
-  const std::int64_t regionLength = spec.Length();
-  const std::int64_t grooveLength =
-      std::int64_t{groove.timeSignature.ticksPerMeasure} * 1024 / groove.division;
-  std::int64_t a = spec.beats;
-  std::int64_t b = groove.timeSignature.numerator;
-  if (a != b) {
-    if (spec.beatDuration != FloorPowerOfTwo(spec.beatDuration)) {
-      a *= 3;
-    } else if (a == 2 * b || 2 * a == b) {
-      b = a;
-    }
+std::optional<LoadedPart>& PartOf(Parts& parts, GroovePart part) {
+  return parts[static_cast<std::size_t>(part)];
+}
+
+// The main groove, and each companion that is chosen and present. False
+// when one of them is refused (its message shown).
+bool LoadParts(const GenerateOptions& options, Parts& parts) {
+  const GrooveStyle& style = options.style;
+  PartOf(parts, GroovePart::kMain) = LoadPart(GroovePart::kMain, style, options.work);
+  if (!PartOf(parts, GroovePart::kMain)) return false;
+  if (options.fillEvery > 0 && style.HasFill()) {
+    PartOf(parts, GroovePart::kFill) = LoadPart(GroovePart::kFill, style, options.work);
+    if (!PartOf(parts, GroovePart::kFill)) return false;
   }
-  return regionLength == grooveLength && a == b;
+  if (options.ending && style.HasEnding()) {
+    PartOf(parts, GroovePart::kEnding) = LoadPart(GroovePart::kEnding, style, options.work);
+    if (!PartOf(parts, GroovePart::kEnding)) return false;
+  }
+  return true;
+}
+
+std::vector<Placement> Plan(const GenerateOptions& options, Parts& parts) {
+  PhraseLengths lengths;
+  lengths.groove = PartOf(parts, GroovePart::kMain)->measures;
+  if (const auto& fill = PartOf(parts, GroovePart::kFill)) {
+    lengths.fill = fill->measures;
+    lengths.phrase = options.fillEvery;
+  }
+  if (const auto& ending = PartOf(parts, GroovePart::kEnding)) lengths.ending = ending->measures;
+  return PlanPlacements(options.work.startMeasure, options.work.endMeasure, lengths);
 }
 
 // The staff that receives the groove: a new one at the bottom of the score,
@@ -72,12 +73,21 @@ std::optional<StaffTarget> ChooseTarget(const GenerateOptions& options) {
   return target;
 }
 
-// One import per placement, each into its own measures of the target staff.
-void Place(const std::vector<Placement>& plan, std::uint16_t slot, const std::u16string& path) {
+// One import per placement, each of its part's file through the temporary
+// file, into its own measures of the target staff. The temporary file holds
+// `inFile` to begin with.
+void Place(const std::vector<Placement>& plan, std::uint16_t slot, Parts& parts,
+           TemporaryGrooveFile& temporary, GroovePart inFile) {
   std::uint8_t block[CX_MIDI_BLOCK_SIZE] = {};
+  const std::u16string& path = temporary.Path();
   const std::size_t units = std::min<std::size_t>(path.size(), CX_PATH_UNITS - 1);
   std::memcpy(block + CX_MIDI_BLOCK_PATH, path.data(), units * sizeof(char16_t));
   for (const Placement& placement : plan) {
+    if (placement.part != inFile) {
+      // Written and read back once already, before the score changed.
+      if (!temporary.Write(PartOf(parts, placement.part)->file)) return;
+      inFile = placement.part;
+    }
     ERegion place{};
     place.startSlot = place.endSlot = slot;
     place.startMeasure = static_cast<std::uint16_t>(placement.firstMeasure);
@@ -105,52 +115,30 @@ bool GenerateGroove(const GenerateOptions& options) {
       !CheckExistingNotes(options.work, static_cast<std::uint16_t>(options.staffRow + 1))) {
     return false;
   }
+  Parts parts;
+  if (!LoadParts(options, parts)) return false;
+  const std::vector<Placement> plan = Plan(options, parts);
 
-  std::optional<GrooveBuffer> groove = ReadGrooveFile(options.style.Path());
-  if (!groove) {
-    ShowMessage(kStringCannotOpen, CX_MB_EXCLAMATION);
-    return false;
-  }
-
-  groove::GroovePattern pattern;
-  try {
-    AlertSink sink;
-    groove::SmfReader reader(groove->bytes.get(), &groove->size, groove->capacity, sink);
-    pattern = groove::LoadGroove(reader, options.document.endMeasure);
-  } catch (const std::out_of_range&) {
-    // A file that would drive the reader outside its limits.
-    ShowMessage(kStringCannotOpen, CX_MB_EXCLAMATION);
-    return false;
-  } catch (const std::bad_alloc&) {
-    ShowMessage(kStringCannotOpen, CX_MB_EXCLAMATION);
-    return false;
-  }
-  if (!pattern.loaded) return false;
-  if (!pattern.drumNotesFound || pattern.lastDrumMeasure == 0) {
-    ShowMessage(kStringNoDrums, CX_MB_EXCLAMATION);
-    return false;
-  }
-  const std::int64_t grooveMeasures = std::max<std::int64_t>(1, groove::GrooveMeasures(pattern));
-  if (!MeterFits(pattern, options.work)) {
-    ShowMessage(kStringMeterMismatch, CX_MB_EXCLAMATION);
-    return false;
-  }
-
+  // Every file the import will read is written and read back before the
+  // score changes; the last one written stays in the file.
   TemporaryGrooveFile temporary;
-  if (!temporary.Write(*groove)) {
-    ShowMessage(kStringTemporaryFolder, CX_MB_EXCLAMATION, temporary.Folder());
-    return false;
+  GroovePart inFile = GroovePart::kMain;
+  for (const auto& part : parts) {
+    if (!part) continue;
+    if (!temporary.Write(part->file)) {
+      ShowMessage(kStringTemporaryFolder, CX_MB_EXCLAMATION, temporary.Folder());
+      return false;
+    }
+    inFile = part->part;
   }
+
   const std::optional<StaffTarget> target = ChooseTarget(options);
   if (!target) return false;  // nothing was created; the file goes with `temporary`
   const NotationStyleRow& notation =
       NotationStyleOfRow(static_cast<std::int32_t>(options.notation));
   notation.prepare(*target, options.work);
   notation::EnsurePercussionChannel(target->staff);
-  PhraseLengths lengths;
-  lengths.groove = static_cast<std::uint32_t>(grooveMeasures);
-  Place(PlanPlacements(options.work.startMeasure, options.work.endMeasure, lengths), target->slot,
-        temporary.Path());
+  Place(plan, target->slot, parts, temporary, inFile);
   temporary.Delete();
   notation.finish(*target, options.work);
   AddMarkers(*target, options);

@@ -1,6 +1,7 @@
-// The command itself: the target staff checked, the groove file read and
-// filtered, the staff prepared, the groove placed once per its length, the
-// staff finished and the playback markers added.
+// The command itself: the target staff checked, the style's files read,
+// filtered and checked, the staff prepared, the groove placed once per its
+// length with a fill closing each phrase and an ending closing the region
+// when chosen, the staff finished and the playback markers added.
 #pragma once
 
 #include <cantel/cantel.h>
@@ -20,6 +21,8 @@ struct GenerateOptions {
   std::int32_t staffRow = 0;  // otherwise this row of the staff list; its slot is the row + 1
   GrooveStyle style;
   NotationStyle notation = NotationStyle::PercussionMap;
+  std::uint32_t fillEvery = 0;  // a fill closes every this many measures; 0: no fills
+  bool ending = false;          // the region closes with the style's ending
 };
 
 // Runs one command inside the edit the dialog opened; true when the groove

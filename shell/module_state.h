@@ -18,13 +18,16 @@ inline constexpr std::uint32_t kFlagNewStaff = 0x1;       // data word: new staf
 inline constexpr std::uint32_t kFlagCancelled = 0x10000;  // data word: the user cancelled
 inline constexpr std::uint32_t kPlacementNotRead = 0xFFFFFFFF;
 
-// The choices that outlive a run while the module stays loaded. Only the
-// placement is also stored for the next session (settings.h).
+// The choices that outlive a run while the module stays loaded. The
+// placement and the phrase are also stored for the next session
+// (settings.h).
 struct RememberedChoices {
   std::uint32_t placement = kPlacementNotRead;  // bit 0: new staff; until read, kPlacementNotRead
   std::int32_t styleRow = -1;                   // the style list at the last OK; -1 for none
   std::int32_t staffRow = 0;                    // the staff list at the last OK
   std::int32_t notationRow = 0;                 // the Generate list, selected again at each opening
+  std::uint32_t fillEvery = 0;                  // a fill closes every this many measures; 0: none
+  bool ending = false;                          // the region closes with the style's ending
 };
 
 // One run of the command, from invoke to its return.

@@ -1,12 +1,17 @@
 #include "settings.h"
 
+#include <algorithm>
+#include <iterator>
+
 #include "platform.h"
 
 namespace rw::shell {
 namespace {
 
 constexpr const char* kKey = "Software\\HarpWorks";
-constexpr const char* kValue = "rhythmweavePI";
+constexpr const char* kPlacementValue = "rhythmweavePI";
+constexpr const char* kFillValue = "rhythmweaveFill";
+constexpr const char* kEndingValue = "rhythmweaveEnding";
 
 void FromBytes(const std::uint8_t (&bytes)[4], std::uint32_t& value) {
   value = std::uint32_t{bytes[0]} | (std::uint32_t{bytes[1]} << 8) |
@@ -17,37 +22,60 @@ void ToBytes(std::uint32_t value, std::uint8_t (&bytes)[4]) {
   for (int i = 0; i < 4; ++i) bytes[i] = static_cast<std::uint8_t>(value >> (8 * i));
 }
 
-}  // namespace
-
-std::uint32_t LoadPlacementSetting(std::uint32_t& placementSetting) {
-  if (placementSetting > 1) {
-    placementSetting = 1;
-    platform::RegistryKey key = nullptr;
-    if (platform::RegOpenKeyExA(kKey, 0, platform::kKeyAllAccess, &key) == platform::kRegistryOk) {
-      // The query writes straight over the setting: a shorter value replaces
-      // only its leading bytes, a longer one fails and changes nothing.
-      std::uint8_t bytes[4];
-      ToBytes(placementSetting, bytes);
-      std::uint32_t size = sizeof bytes;
-      if (platform::RegQueryValueExA(key, kValue, nullptr, bytes, &size) == platform::kRegistryOk) {
-        FromBytes(bytes, placementSetting);
-      }
-      platform::RegCloseKey(key);
-    }
+// The query writes straight over the value: a shorter one replaces only its
+// leading bytes, a longer one fails and changes nothing.
+void Query(platform::RegistryKey key, const char* name, std::uint32_t& value) {
+  std::uint8_t bytes[4];
+  ToBytes(value, bytes);
+  std::uint32_t size = sizeof bytes;
+  if (platform::RegQueryValueExA(key, name, nullptr, bytes, &size) == platform::kRegistryOk) {
+    FromBytes(bytes, value);
   }
-  if (placementSetting > 1) placementSetting = 1;
-  return placementSetting;
 }
 
-void SavePlacementSetting(std::uint32_t flags, std::uint32_t& placementSetting) {
-  placementSetting = flags;
+void Store(platform::RegistryKey key, const char* name, std::uint32_t value) {
+  std::uint8_t bytes[4];
+  ToBytes(value, bytes);
+  platform::RegSetValueExA(key, name, platform::kRegDword, bytes, sizeof bytes);
+}
+
+bool IsFillChoice(std::uint32_t measures) {
+  return std::find(std::begin(kFillChoices), std::end(kFillChoices), measures) !=
+         std::end(kFillChoices);
+}
+
+}  // namespace
+
+std::uint32_t LoadStoredChoices(RememberedChoices& choices) {
+  if (choices.placement > 1) {
+    choices.placement = 1;
+    std::uint32_t fill = 0;
+    std::uint32_t ending = 0;
+    platform::RegistryKey key = nullptr;
+    if (platform::RegOpenKeyExA(kKey, 0, platform::kKeyAllAccess, &key) == platform::kRegistryOk) {
+      Query(key, kPlacementValue, choices.placement);
+      Query(key, kFillValue, fill);
+      Query(key, kEndingValue, ending);
+      platform::RegCloseKey(key);
+    }
+    // What another version or a hand in the registry left is read as the
+    // nearest choice the dialog offers.
+    choices.fillEvery = IsFillChoice(fill) ? fill : 0;
+    choices.ending = ending != 0;
+  }
+  if (choices.placement > 1) choices.placement = 1;
+  return choices.placement;
+}
+
+void SaveStoredChoices(std::uint32_t flags, RememberedChoices& choices) {
+  choices.placement = flags;
   platform::RegistryKey key = nullptr;
   if (platform::RegOpenKeyExA(kKey, 0, platform::kKeyAllAccess, &key) != platform::kRegistryOk) {
     return;
   }
-  std::uint8_t bytes[4];
-  ToBytes(placementSetting, bytes);
-  platform::RegSetValueExA(key, kValue, platform::kRegDword, bytes, sizeof bytes);
+  Store(key, kPlacementValue, choices.placement);
+  Store(key, kFillValue, choices.fillEvery);
+  Store(key, kEndingValue, choices.ending ? 1 : 0);
   platform::RegCloseKey(key);
 }
 

@@ -2,6 +2,8 @@
 
 #include <cantel/cantel.h>
 
+#include <cstdio>
+
 #include "dialog_ids.h"
 #include "groove_file.h"
 #include "host_api.h"
@@ -70,11 +72,21 @@ void FillGenerateList(void* dialog, std::int32_t notationRow) {
                             static_cast<std::uint64_t>(static_cast<std::int64_t>(notationRow)), 0);
 }
 
+bool Readable(const std::u16string& path) {
+  std::FILE* file = platform::OpenFileW(path.c_str(), "rb");
+  if (file == nullptr) return false;
+  std::fclose(file);
+  return true;
+}
+
 }  // namespace
 
 std::u16string GrooveStyle::ShownName() const {
   return fileName.substr(0, fileName.size() >= 4 ? fileName.size() - 4 : 0);
 }
+
+bool GrooveStyle::HasFill() const { return Readable(folder + FillName()); }
+bool GrooveStyle::HasEnding() const { return Readable(folder + EndingName()); }
 
 StyleLibrary FillStyleLibrary(void* dialog, std::int32_t notationRow) {
   SendToList(dialog, RW_ID_STYLE_LIST, CX_LB_RESETCONTENT);

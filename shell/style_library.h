@@ -10,7 +10,8 @@
 
 namespace rw::shell {
 
-// One groove file of the folder.
+// One groove file of the folder, with the fill and the ending that may go
+// with it: files of the same name in the subfolders "Fills" and "Endings".
 struct GrooveStyle {
   std::u16string folder;    // the groove folder, ending in a separator
   std::u16string fileName;  // as the directory search gave it
@@ -19,6 +20,14 @@ struct GrooveStyle {
   // The file name less its last four characters (".mid"; a ".midi" keeps
   // its point).
   std::u16string ShownName() const;
+
+  // The companions' paths relative to the groove folder, as the user knows
+  // them.
+  std::u16string FillName() const { return u"Fills\\" + fileName; }
+  std::u16string EndingName() const { return u"Endings\\" + fileName; }
+  // Whether they are there to be read.
+  bool HasFill() const;
+  bool HasEnding() const;
 };
 
 using StyleLibrary = std::vector<GrooveStyle>;

@@ -35,7 +35,9 @@
   S(29, "The drums of this Midi file begin after the selected measures, so nothing would be "     \
         "placed. Select more measures, or choose a groove whose drums start at its beginning.")   \
   S(30, "Rhythm Weave could not write its temporary file in this folder:\n\n%s\n\nNothing was "   \
-        "changed. Check that the folder exists and that you may write to it.")
+        "changed. Check that the folder exists and that you may write to it.")                    \
+  S(31, "The fill of this style cannot be used: %s")                                              \
+  S(32, "The ending of this style cannot be used: %s")
 
 #define RW_DLG_CAPTION "Rhythm Weave"
 #define RW_DLG_STYLE " &Style "

@@ -33,7 +33,9 @@
         "zostałoby wstawione. Zaznacz więcej taktów albo wybierz rytm, którego perkusja "         \
         "zaczyna się od początku.")                                                               \
   S(30, "Rhythm Weave nie mógł zapisać pliku tymczasowego w tym folderze:\n\n%s\n\n"              \
-        "Nic nie zostało zmienione. Sprawdź, czy folder istnieje i czy masz prawo do zapisu w nim.")
+        "Nic nie zostało zmienione. Sprawdź, czy folder istnieje i czy masz prawo do zapisu w nim.") \
+  S(31, "Nie można użyć przejścia tego stylu: %s")                                                \
+  S(32, "Nie można użyć zakończenia tego stylu: %s")
 
 #define RW_DLG_CAPTION "Rhythm Weave"
 #define RW_DLG_STYLE " &Styl "

@@ -33,7 +33,9 @@
   S(29, "Trummorna i MIDI-filen börjar efter de markerade takterna, så ingenting skulle "         \
         "placeras. Markera fler takter eller välj ett komp vars trummor börjar från början.")     \
   S(30, "Rhythm Weave kunde inte skriva sin tillfälliga fil i den här mappen:\n\n%s\n\n"          \
-        "Ingenting har ändrats. Kontrollera att mappen finns och att du får skriva i den.")
+        "Ingenting har ändrats. Kontrollera att mappen finns och att du får skriva i den.")       \
+  S(31, "Stilens break kan inte användas: %s")                                                    \
+  S(32, "Stilens avslutning kan inte användas: %s")
 
 #define RW_DLG_CAPTION "Rhythm Weave"
 #define RW_DLG_STYLE " &Stil "

@@ -16,8 +16,9 @@ namespace {
 
 namespace fs = std::filesystem;
 using Bytes = std::vector<std::uint8_t>;
-using rw::shell::LoadPlacementSetting;
-using rw::shell::SavePlacementSetting;
+using rw::shell::LoadStoredChoices;
+using rw::shell::RememberedChoices;
+using rw::shell::SaveStoredChoices;
 
 class ThePlacementSetting : public ::testing::Test {
  protected:
@@ -30,18 +31,18 @@ class ThePlacementSetting : public ::testing::Test {
   void TearDown() override { fs::remove_all(home_); }
 
   fs::path Key() const { return home_ / "HarpWorks"; }
-  void Store(const Bytes& bytes) {
+  void Store(const Bytes& bytes, const char* name = "rhythmweavePI") {
     fs::create_directories(Key());
-    std::ofstream value(Key() / "rhythmweavePI", std::ios::binary | std::ios::trunc);
+    std::ofstream value(Key() / name, std::ios::binary | std::ios::trunc);
     for (std::uint8_t b : bytes) value.put(static_cast<char>(b));
   }
-  Bytes Stored() const {
-    std::ifstream value(Key() / "rhythmweavePI", std::ios::binary);
+  Bytes Stored(const char* name = "rhythmweavePI") const {
+    std::ifstream value(Key() / name, std::ios::binary);
     return {std::istreambuf_iterator<char>(value), std::istreambuf_iterator<char>()};
   }
 
   fs::path home_;
-  std::uint32_t remembered_ = rw::shell::kPlacementNotRead;
+  RememberedChoices remembered_;
 };
 
 TEST_F(ThePlacementSetting, ReadsWhatIsStoredAsZeroOrOne) {
@@ -59,26 +60,49 @@ TEST_F(ThePlacementSetting, ReadsWhatIsStoredAsZeroOrOne) {
   for (const auto& c : cases) {
     fs::remove_all(Key());
     if (c.stored) Store(*c.stored);
-    std::uint32_t remembered = rw::shell::kPlacementNotRead;
-    EXPECT_EQ(LoadPlacementSetting(remembered), c.read) << ::testing::PrintToString(c.stored);
+    RememberedChoices remembered;
+    EXPECT_EQ(LoadStoredChoices(remembered), c.read) << ::testing::PrintToString(c.stored);
   }
 }
 
 TEST_F(ThePlacementSetting, IsReadFromTheStoreOnlyOncePerModule) {
   Store({0, 0, 0, 0});
-  EXPECT_EQ(LoadPlacementSetting(remembered_), 0u);
+  EXPECT_EQ(LoadStoredChoices(remembered_), 0u);
   Store({1, 0, 0, 0});
-  EXPECT_EQ(LoadPlacementSetting(remembered_), 0u);
+  EXPECT_EQ(LoadStoredChoices(remembered_), 0u);
 }
 
 TEST_F(ThePlacementSetting, IsSavedOnlyWhereTheKeyExistsButAlwaysRemembered) {
-  SavePlacementSetting(0, remembered_);
+  SaveStoredChoices(0, remembered_);
   EXPECT_FALSE(fs::exists(Key()));  // the key is never created
-  EXPECT_EQ(LoadPlacementSetting(remembered_), 0u);
+  EXPECT_EQ(LoadStoredChoices(remembered_), 0u);
 
   fs::create_directories(Key());
-  SavePlacementSetting(1, remembered_);
+  remembered_.fillEvery = 8;
+  remembered_.ending = true;
+  SaveStoredChoices(1, remembered_);
   EXPECT_EQ(Stored(), (Bytes{1, 0, 0, 0}));
+  EXPECT_EQ(Stored("rhythmweaveFill"), (Bytes{8, 0, 0, 0}));
+  EXPECT_EQ(Stored("rhythmweaveEnding"), (Bytes{1, 0, 0, 0}));
+}
+
+TEST_F(ThePlacementSetting, TheStoredPhraseIsReadWithItAsTheDialogOffersIt) {
+  const struct {
+    Bytes fill, ending;
+    std::uint32_t fillEvery;
+    bool withEnding;
+  } cases[] = {{{4, 0, 0, 0}, {1, 0, 0, 0}, 4, true},
+               {{16, 0, 0, 0}, {0, 0, 0, 0}, 16, false},
+               {{3, 0, 0, 0}, {7, 0, 0, 0}, 0, true}};  // no such choice; any ending
+  for (const auto& c : cases) {
+    Store({0, 0, 0, 0});
+    Store(c.fill, "rhythmweaveFill");
+    Store(c.ending, "rhythmweaveEnding");
+    RememberedChoices remembered;
+    LoadStoredChoices(remembered);
+    EXPECT_EQ(remembered.fillEvery, c.fillEvery);
+    EXPECT_EQ(remembered.ending, c.withEnding);
+  }
 }
 
 }  // namespace
