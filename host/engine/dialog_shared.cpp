@@ -23,6 +23,19 @@ void log_call_result(std::size_t index, std::int64_t result) {
   if (index < calls.size()) calls[index].result = result;
 }
 
+std::size_t log_dialog_call(std::uint16_t id, const void* procedure, const std::uint32_t* word,
+                            std::uint16_t mode, const void* instance, std::uint32_t version) {
+  return log_call("CX_Dialog", true, {id, given(procedure), given(word), mode, given(instance)},
+                  version);
+}
+
+std::int64_t dialog_ended(std::size_t call, const std::uint32_t* word, bool ended_by_plugin) {
+  if (word != nullptr) state().data_word = *word;
+  const std::int64_t result = ended_by_plugin ? 1 : 0;
+  log_call_result(call, result);
+  return result;
+}
+
 std::string action_event(const DialogAction& action) {
   using Kind = DialogAction::Kind;
   switch (action.kind) {

@@ -239,10 +239,8 @@ INT_PTR CALLBACK host_procedure(HWND dialog, UINT message, WPARAM wparam, LPARAM
 CX_EXPORT int64_t CX_Dialog(uint16_t id, CX_DialogProc procedure, uint64_t data, uint16_t mode,
                             void* instance, uint32_t version) {
   auto* word = reinterpret_cast<uint32_t*>(data);
-  const std::size_t call = log_call(
-      "CX_Dialog", true,
-      {id, given(reinterpret_cast<const void*>(procedure)), given(word), mode, given(instance)},
-      version);
+  const std::size_t call =
+      log_dialog_call(id, reinterpret_cast<const void*>(procedure), word, mode, instance, version);
   if (procedure == nullptr || current != nullptr) {
     log_call_result(call, 0);
     return 0;
@@ -256,10 +254,7 @@ CX_EXPORT int64_t CX_Dialog(uint16_t id, CX_DialogProc procedure, uint64_t data,
   DialogBoxParamW(static_cast<HINSTANCE>(instance), MAKEINTRESOURCEW(id), nullptr, host_procedure,
                   0);
   current = nullptr;
-  if (word != nullptr) state().data_word = *word;
-  const int64_t result = session.ended_by_plugin ? 1 : 0;
-  log_call_result(call, result);
-  return result;
+  return dialog_ended(call, word, session.ended_by_plugin);
 }
 CX_CHECK_SIGNATURE(CX_Dialog);
 
