@@ -4,6 +4,7 @@
 #include <memory>
 
 #include "dialog_model.h"
+#include "dialog_shared.h"
 #include "exports.h"
 #include "state.h"
 #include "utf.h"
@@ -32,9 +33,9 @@ class Session {
   DialogModel& model() { return model_; }
 
   void play(const DialogAction& action) {
+    const std::string event = action_event(action);
     switch (action.kind) {
       case DialogAction::Kind::Click: {
-        const std::string event = "click " + std::to_string(action.control);
         ControlState* control = model_.control(action.control);
         if (control == nullptr || !control->enabled) {
           record(model_, event, control == nullptr ? "no such control" : "disabled: not clicked");
@@ -45,13 +46,10 @@ class Session {
         return;
       }
       case DialogAction::Kind::ChooseStyle:
-        choose(2002, -1, action.text, "choose style \"" + action.text + "\"");
+        choose(2002, -1, action.text, event);
         return;
       case DialogAction::Kind::ChooseRow:
-        choose(action.control, action.row, action.text,
-               "choose row " + (action.text.empty() ? std::to_string(action.row)
-                                                    : "\"" + action.text + "\"") +
-                   " of " + std::to_string(action.control));
+        choose(action.control, action.row, action.text, event);
         return;
       case DialogAction::Kind::Close: {
         const bool handled = send(CX_WM_CLOSE, 0);
@@ -59,9 +57,12 @@ class Session {
         if (!handled && !model_.ended && cancel != nullptr && cancel->enabled) {
           model_.ended = true;
         }
-        record(model_, "close");
+        record(model_, event);
         return;
       }
+      case DialogAction::Kind::RemoveGrooveFile:
+        record(model_, event, remove_groove_file(action.text));
+        return;
     }
   }
 
@@ -99,10 +100,17 @@ class Session {
 
 }  // namespace
 
-CX_EXPORT int64_t CX_Dialog(uint16_t id, CX_DialogProc procedure, uint64_t data, uint16_t,
-                            void*, uint32_t) {
-  if (procedure == nullptr || current != nullptr) return 0;
-  auto session = std::make_unique<Session>(procedure, reinterpret_cast<uint32_t*>(data));
+CX_EXPORT int64_t CX_Dialog(uint16_t id, CX_DialogProc procedure, uint64_t data, uint16_t mode,
+                            void* instance, uint32_t version) {
+  auto* word = reinterpret_cast<uint32_t*>(data);
+  const std::size_t call =
+      log_dialog_call(id, reinterpret_cast<const void*>(procedure), word, mode, instance, version);
+  if (procedure == nullptr || current != nullptr) {
+    log_call_result(call, 0);
+    return 0;
+  }
+  ++state().dialogs_shown;
+  auto session = std::make_unique<Session>(procedure, word);
   DialogModel& m = session->model();
   m.controls = dialog_template(id);
   current = &m;
@@ -129,47 +137,60 @@ CX_EXPORT int64_t CX_Dialog(uint16_t id, CX_DialogProc procedure, uint64_t data,
   }
   session->send(CX_WM_DESTROY, 0);
   current = nullptr;
-  return m.ended_by_plugin ? 1 : 0;
+  return dialog_ended(call, word, m.ended_by_plugin);
 }
 CX_CHECK_SIGNATURE(CX_Dialog);
 
-CX_EXPORT void CX_EndDialog(void* dialog, uint32_t) {
-  if (DialogModel* m = model(dialog)) {
+CX_EXPORT void CX_EndDialog(void* dialog, uint32_t version) {
+  DialogModel* m = model(dialog);
+  log_call("CX_EndDialog", m != nullptr, {}, version);
+  if (m != nullptr) {
     m->ended = true;
     m->ended_by_plugin = true;
   }
 }
 CX_CHECK_SIGNATURE(CX_EndDialog);
 
-CX_EXPORT uint32_t CX_GetDlgCntlVal_UTF16(void* dialog, uint32_t control, void*, uint16_t,
-                                          uint32_t) {
+CX_EXPORT uint32_t CX_GetDlgCntlVal_UTF16(void* dialog, uint32_t control, void* text,
+                                          uint16_t capacity, uint32_t version) {
   DialogModel* m = model(dialog);
+  const std::size_t call =
+      log_call("CX_GetDlgCntlVal_UTF16", m != nullptr, {control, given(text), capacity}, version);
   ControlState* c = m != nullptr ? m->control(static_cast<int>(control)) : nullptr;
-  return c != nullptr ? c->check : 0;
+  const uint32_t value = c != nullptr ? c->check : 0;
+  log_call_result(call, value);
+  return value;
 }
 CX_CHECK_SIGNATURE(CX_GetDlgCntlVal_UTF16);
 
-CX_EXPORT void CX_SetDlgCntlVal_UTF16(void* dialog, uint32_t control, uint64_t, uint32_t value,
-                                      uint32_t) {
+CX_EXPORT void CX_SetDlgCntlVal_UTF16(void* dialog, uint32_t control, uint64_t text, uint32_t value,
+                                      uint32_t version) {
   DialogModel* m = model(dialog);
+  log_call("CX_SetDlgCntlVal_UTF16", m != nullptr, {control, static_cast<int64_t>(text), value},
+           version);
   if (ControlState* c = m != nullptr ? m->control(static_cast<int>(control)) : nullptr) {
     c->check = value != 0 ? 1 : 0;
   }
 }
 CX_CHECK_SIGNATURE(CX_SetDlgCntlVal_UTF16);
 
-CX_EXPORT void CX_SetTimer(void* dialog, uint16_t timer, uint32_t, uint32_t) {
-  if (DialogModel* m = model(dialog)) m->timers.insert(timer);
+CX_EXPORT void CX_SetTimer(void* dialog, uint16_t timer, uint32_t milliseconds, uint32_t version) {
+  DialogModel* m = model(dialog);
+  log_call("CX_SetTimer", m != nullptr, {timer, milliseconds}, version);
+  if (m != nullptr) m->timers.insert(timer);
 }
 CX_CHECK_SIGNATURE(CX_SetTimer);
 
-CX_EXPORT void CX_KillTimer(void* dialog, uint16_t timer, uint32_t) {
-  if (DialogModel* m = model(dialog)) m->timers.erase(timer);
+CX_EXPORT void CX_KillTimer(void* dialog, uint16_t timer, uint32_t version) {
+  DialogModel* m = model(dialog);
+  log_call("CX_KillTimer", m != nullptr, {timer}, version);
+  if (m != nullptr) m->timers.erase(timer);
 }
 CX_CHECK_SIGNATURE(CX_KillTimer);
 
-CX_EXPORT void CX_EnableDlgItem(void* dialog, uint32_t control, uint16_t enable, uint32_t) {
+CX_EXPORT void CX_EnableDlgItem(void* dialog, uint32_t control, uint16_t enable, uint32_t version) {
   DialogModel* m = model(dialog);
+  log_call("CX_EnableDlgItem", m != nullptr, {control, enable}, version);
   if (ControlState* c = m != nullptr ? m->control(static_cast<int>(control)) : nullptr) {
     c->enabled = enable != 0;
     if (!c->enabled && m->focus == c->id) m->focus = 0;
@@ -177,14 +198,14 @@ CX_EXPORT void CX_EnableDlgItem(void* dialog, uint32_t control, uint16_t enable,
 }
 CX_CHECK_SIGNATURE(CX_EnableDlgItem);
 
-CX_EXPORT void CX_SetDlgFocus(void* dialog, uint32_t control, uint32_t) {
+CX_EXPORT void CX_SetDlgFocus(void* dialog, uint32_t control, uint32_t version) {
   DialogModel* m = model(dialog);
+  log_call("CX_SetDlgFocus", m != nullptr, {control}, version);
   if (m != nullptr && m->control(static_cast<int>(control)) != nullptr) {
     m->focus = static_cast<int>(control);
   }
 }
 CX_CHECK_SIGNATURE(CX_SetDlgFocus);
-
 namespace {
 bool adds_text(uint32_t message) {
   return message == CX_LB_ADDSTRING || message == CX_CB_ADDSTRING;

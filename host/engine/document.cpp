@@ -70,7 +70,8 @@ class DocumentImpl final : public Document {
                  const std::vector<std::uint16_t>& keys) override {
     const FrameKey key{staff, measure, layer};
     Bytes entries;
-    if (auto it = state().frames.find(key); it != state().frames.end()) entries = it->second.entries;
+    if (auto it = state().frames.find(key); it != state().frames.end())
+      entries = it->second.entries;
     entries.resize(entries.size() + CX_ENTRY_SIZE);
     write_entry(entries.data() + entries.size() - CX_ENTRY_SIZE, position, duration, keys);
     store_frame(key, std::move(entries));
@@ -104,6 +105,25 @@ class DocumentImpl final : public Document {
 
   void set_selection(const std::optional<ERegion>& selection) override {
     state().selection = selection;
+  }
+
+  void set_presentation(int hold_ms, const std::string& folder, const std::string& name) override {
+    state().presentation = Presentation{hold_ms, folder, name};
+  }
+
+  void clear_run_log() override {
+    State& s = state();
+    s.alerts.clear();
+    s.dialog_steps.clear();
+    s.edits = EditLog{};
+    s.imports.clear();
+    s.calls.clear();
+    s.data_word.reset();
+  }
+
+  ERegion* selection_record() override {
+    auto& selection = state().selection;
+    return selection ? &*selection : nullptr;
   }
 
   std::optional<Bytes> record(std::uint32_t tag, std::uint16_t number,
@@ -163,6 +183,8 @@ class DocumentImpl final : public Document {
   int open_frames() const override { return static_cast<int>(state().open_frames.size()); }
   const std::vector<ImportRecord>& imports() const override { return state().imports; }
   const std::vector<DialogStep>& dialog_steps() const override { return state().dialog_steps; }
+  const std::vector<HostCall>& calls() const override { return state().calls; }
+  std::optional<std::uint32_t> data_word() const override { return state().data_word; }
   int refused_writes() const override { return state().refused_count; }
 
  private:

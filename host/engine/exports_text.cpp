@@ -128,21 +128,25 @@ CX_EXPORT uint16_t CX_GetCantelPath(uint32_t kind, cx_char16* path, uint32_t) {
 }
 CX_CHECK_SIGNATURE(CX_GetCantelPath);
 
+// The log counts one invoke's edits; the open count spans invokes, so that
+// an edit a run leaves open can still be closed by the next.
 CX_EXPORT uint16_t CX_StartCantelEdit(const char* name, uint32_t) {
-  EditLog& log = state().edits;
-  ++log.started;
-  log.labels.push_back(name != nullptr ? name : "");
+  State& s = state();
+  ++s.edits.started;
+  ++s.open_edits;
+  s.edits.labels.push_back(name != nullptr ? name : "");
   return 1;
 }
 CX_CHECK_SIGNATURE(CX_StartCantelEdit);
 
 CX_EXPORT uint16_t CX_EndCantelEdit(uint32_t) {
-  EditLog& log = state().edits;
-  if (log.ended >= log.started) {
-    ++log.unbalanced_ends;
+  State& s = state();
+  if (s.open_edits < 1) {
+    ++s.edits.unbalanced_ends;
     return 0;
   }
-  ++log.ended;
+  --s.open_edits;
+  ++s.edits.ended;
   return 1;
 }
 CX_CHECK_SIGNATURE(CX_EndCantelEdit);

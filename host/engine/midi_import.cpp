@@ -55,8 +55,9 @@ std::uint32_t write_measure(std::uint16_t staff, std::uint16_t measure, std::int
   auto append = [&](std::int64_t position, std::int64_t end, const std::set<std::uint16_t>& keys) {
     entries.resize(entries.size() + CX_ENTRY_SIZE);
     const std::vector<std::uint16_t> ordered(keys.begin(), keys.end());
-    write_entry(entries.data() + entries.size() - CX_ENTRY_SIZE, static_cast<std::int32_t>(position),
-                static_cast<std::int32_t>(end - position), ordered);
+    write_entry(entries.data() + entries.size() - CX_ENTRY_SIZE,
+                static_cast<std::int32_t>(position), static_cast<std::int32_t>(end - position),
+                ordered);
     notes += static_cast<std::uint32_t>(std::min<std::size_t>(keys.size(), CX_ENTRY_MAX_NOTES));
   };
   if (chords.begin()->first > 0) append(0, chords.begin()->first, {});
@@ -78,14 +79,17 @@ std::uint32_t import_midi(const std::uint8_t* block) {
   const ERegion& region = record.region;
   const std::uint16_t staff = staff_of_slot(region.startList, region.startSlot);
 
+  // Read first, whatever follows: the bytes are what the plug-in handed over.
   Bytes bytes;
+  const bool opened = read_file(record.path, bytes);
+  if (opened) record.bytes = bytes;
   SmfResult smf;
   if (!staff_exists(staff)) {
     record.error = "no staff in the region's start slot";
   } else if (region.startMeasure == 0 || region.endMeasure < region.startMeasure ||
              !measure_exists(region.startMeasure) || !measure_exists(region.endMeasure)) {
     record.error = "the region's measures do not exist";
-  } else if (!read_file(record.path, bytes)) {
+  } else if (!opened) {
     record.error = "cannot open the file";
   } else if (smf = read_smf(bytes); !smf.ok) {
     record.error = smf.error;

@@ -44,6 +44,13 @@ struct OpenFrame {
   void publish();  // writes the entry pointer and count into the header
 };
 
+// How a drawn dialog is shown to a watching person or a screenshot.
+struct Presentation {
+  int hold_ms = 0;
+  std::string folder;
+  std::string name;
+};
+
 struct State {
   RecordStore store;
   std::map<FrameKey, StoredFrame> frames;
@@ -62,6 +69,11 @@ struct State {
   std::map<const void*, std::unique_ptr<OpenFrame>> open_frames;
   std::vector<ImportRecord> imports;
   std::vector<DialogStep> dialog_steps;
+  std::vector<HostCall> calls;
+  std::optional<std::uint32_t> data_word;
+  int open_edits = 0;
+  Presentation presentation;
+  int dialogs_shown = 0;
 };
 
 State& state();

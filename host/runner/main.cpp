@@ -1,17 +1,20 @@
 // cantel-host run SCENARIO.json [--plugin PATH] [--engine PATH] [--out RESULT.json] [--view]
-//                               [--check]
+//                               [--check] [--hold-ms N] [--screenshot DIR]
 // cantel-host compare NATIVE.json WINDOWS.json
 //
 // Plays one scenario: loads the engine and the plug-in, makes the host's
-// start-up calls, builds the score, invokes the command with the scripted
-// user, and writes what happened as JSON.
+// start-up calls, builds the score, invokes the command once or several
+// times with the scripted user, and writes what happened as JSON.
 #include <cstdlib>
 #include <fstream>
 #include <iostream>
 #include <string>
 
 #include "cantel/cantel.h"
+#include "environment.h"
 #include "expectations.h"
+#include "export_hiding.h"
+#include "invokes.h"
 #include "module_loader.h"
 #include "result.h"
 #include "scenario.h"
@@ -33,6 +36,8 @@ struct Options {
   std::string out;
   bool view = false;
   bool check = false;
+  int hold_ms = 0;
+  std::string screenshots;
 };
 
 fs::path program_folder() {
@@ -62,7 +67,8 @@ void set_environment(const char* name, const std::string& value) {
 }
 
 std::set<int> touched_staves(const json& before, const json& after,
-                             const cantel_engine::Document& document) {
+                             const cantel_engine::Document& document,
+                             const std::vector<ERegion>& imported) {
   std::set<int> staves;
   for (const auto& s : after["staves"]) {
     bool same = false;
@@ -72,9 +78,9 @@ std::set<int> touched_staves(const json& before, const json& after,
     if (!same) staves.insert(s["staff"].get<int>());
   }
   const auto order = document.staves_in_order();
-  for (const auto& i : document.imports()) {
-    if (i.region.startSlot >= 1 && i.region.startSlot <= order.size()) {
-      staves.insert(order[i.region.startSlot - 1u]);
+  for (const ERegion& region : imported) {
+    if (region.startSlot >= 1 && region.startSlot <= order.size()) {
+      staves.insert(order[region.startSlot - 1u]);
     }
   }
   return staves;
@@ -82,10 +88,11 @@ std::set<int> touched_staves(const json& before, const json& after,
 
 int run(const Options& options) {
   const Scenario scenario = load_scenario(options.scenario);
+  const std::vector<Invoke> invokes = invokes_of(scenario);
   const RunFolders folders = prepare_folders(scenario);
   set_environment("XDG_CONFIG_HOME", utf8(folders.config));
   prepare_setting(scenario, folders);
-  apply_language(scenario);
+  apply_locale(scenario);
 
   const bool reduced = engine_variant(scenario) == "reduced";
   std::string engine_path = options.engine;
@@ -94,7 +101,8 @@ int run(const Options& options) {
   }
   Module engine;
   if (!engine.load(engine_path, true)) {
-    std::cerr << "cantel-host: cannot load the engine " << engine_path << ": " << engine.error() << "\n";
+    std::cerr << "cantel-host: cannot load the engine " << engine_path << ": " << engine.error()
+              << "\n";
     return 2;
   }
   auto* document_of = find<cantel_engine::Document*()>(engine, "CantelEngine_Document");
@@ -102,20 +110,26 @@ int run(const Options& options) {
     std::cerr << "cantel-host: " << engine_path << " is no Cantel engine\n";
     return 2;
   }
+  const json faults = scenario.data.value("faults", json::object());
+  hide_exports(engine, faults.value("lacks", std::vector<std::string>{}));
   cantel_engine::Document& document = *document_of();
   build_score(scenario, folders, document);
+  if (!options.screenshots.empty()) fs::create_directories(fs::u8path(options.screenshots));
+  document.set_presentation(options.hold_ms, options.screenshots, scenario.name);
   const json before = score_json(document);
 
   const std::string plugin_path =
       options.plugin.empty() ? utf8(program_folder() / kPluginFile) : options.plugin;
   Module plugin;
   if (!plugin.load(plugin_path, false)) {
-    std::cerr << "cantel-host: cannot load the plug-in " << plugin_path << ": " << plugin.error() << "\n";
+    std::cerr << "cantel-host: cannot load the plug-in " << plugin_path << ": " << plugin.error()
+              << "\n";
     return 2;
   }
   auto* version = find<CantelExtensionVersion_t>(plugin, "CantelExtensionVersion");
   auto* init = find<CantelExtensionInit_t>(plugin, "CantelExtensionInit");
-  auto* enumerate = find<CantelExtensionEnumerate_UTF16_t>(plugin, "CantelExtensionEnumerate_UTF16");
+  auto* enumerate =
+      find<CantelExtensionEnumerate_UTF16_t>(plugin, "CantelExtensionEnumerate_UTF16");
   auto* status = find<CantelExtensionGetMenuStatus_t>(plugin, "CantelExtensionGetMenuStatus");
   auto* invoke = find<CantelExtensionInvoke_t>(plugin, "CantelExtensionInvoke");
   auto* terminate = find<CantelExtensionTerminate_t>(plugin, "CantelExtensionTerminate");
@@ -135,7 +149,8 @@ int run(const Options& options) {
   startup["enumerate_0"] = enumerate(host, 0, menu.data());
   auto field = [&](std::size_t at) {
     std::u16string text;
-    for (std::size_t i = at; i < at + CX_MENU_TEXT_UNITS && menu[i] != 0; ++i) text.push_back(menu[i]);
+    for (std::size_t i = at; i < at + CX_MENU_TEXT_UNITS && menu[i] != 0; ++i)
+      text.push_back(menu[i]);
     std::string utf8;
     for (char16_t c : text) {  // menu texts are short; keep it simple and exact
       if (c < 0x80) {
@@ -158,15 +173,30 @@ int run(const Options& options) {
   startup["menu_status"] = status(0);
   result["startup"] = startup;
 
-  const ERegion whole = document_region(scenario, document);
-  const auto chosen = selection(scenario);
-  result["document_region"] = region_json(whole);
-  result["selection"] = chosen ? region_json(*chosen) : json(nullptr);
-  result["result"] = invoke(host, 0, chosen ? &*chosen : nullptr, &whole);
+  json runs = json::array();
+  std::vector<ERegion> imported;
+  for (const Invoke& call : invokes) {
+    prepare_invoke(call, folders, document);
+    // The whole document as it is now: an earlier run may have added a staff.
+    const ERegion whole = document_region(scenario, document);
+    json run = {{"document_region", region_json(whole)},
+                {"selection", call.selection ? region_json(*call.selection) : json(nullptr)}};
+    run["result"] = invoke(host, 0, document.selection_record(), &whole);
+    run.update(invoke_json(document));
+    for (const auto& i : document.imports()) imported.push_back(i.region);
+    runs.push_back(run);
+  }
   terminate(host);
+  if (has_invokes(scenario)) {
+    result["invokes"] = runs;
+  } else {
+    result.update(runs[0]);
+  }
 
-  result.update(log_json(document));
+  result["open_frames"] = document.open_frames();
+  result["refused_writes"] = document.refused_writes();
   result["temporary_file_left"] = fs::exists(folders.temporary / "RhythmWeave$$Temp$$File.mid");
+  result["temp_files"] = temp_files_after(folders);
   result["settings"] = settings_after(folders);
   const json after = score_json(document);
   result["score_unchanged"] = before == after;
@@ -174,7 +204,9 @@ int run(const Options& options) {
   result["score"] = after;
 
   if (!options.out.empty()) std::ofstream(fs::u8path(options.out)) << result.dump(1) << "\n";
-  if (options.view) std::cout << drum_view(document, touched_staves(before, after, document));
+  if (options.view) {
+    std::cout << drum_view(document, touched_staves(before, after, document, imported));
+  }
   if (options.check) return check_expectations(scenario, result, std::cout) ? 0 : 1;
   if (options.out.empty() && !options.view) std::cout << result.dump(1) << "\n";
   return 0;
@@ -188,7 +220,14 @@ int compare(const std::string& first, const std::string& second) {
   auto load = [](const std::string& file) {
     std::ifstream in(fs::u8path(file));
     json result = json::parse(in);
-    for (auto& step : result["dialog"]["steps"]) step.erase("focus");
+    auto forget_focus = [](json& run) {
+      if (!run.contains("dialog")) return;
+      for (auto& step : run["dialog"]["steps"]) step.erase("focus");
+    };
+    forget_focus(result);
+    if (result.contains("invokes")) {
+      for (auto& run : result["invokes"]) forget_focus(run);
+    }
     return result;
   };
   const json patch = json::diff(load(first), load(second));
@@ -209,6 +248,7 @@ int main(int argc, char** argv) {
   if (argc < 3 || std::string(argv[1]) != "run") {
     std::cerr << "usage: cantel-host run SCENARIO.json [--plugin PATH] [--engine PATH]"
                  " [--out RESULT.json] [--view] [--check]\n"
+                 "                        [--hold-ms N] [--screenshot DIR]   (Windows runner)\n"
                  "       cantel-host compare NATIVE.json WINDOWS.json\n";
     return 2;
   }
@@ -226,6 +266,18 @@ int main(int argc, char** argv) {
       options.view = true;
     } else if (arg == "--check") {
       options.check = true;
+    } else if (arg == "--hold-ms" || arg == "--screenshot") {
+#if defined(_WIN32)
+      if (arg == "--hold-ms") {
+        options.hold_ms = std::max(0, std::atoi(value().c_str()));
+      } else {
+        options.screenshots = value();
+      }
+#else
+      std::cerr << "cantel-host: " << arg
+                << " needs the Windows runner; the native engine draws no dialog\n";
+      return 2;
+#endif
     } else {
       std::cerr << "cantel-host: unknown option " << arg << "\n";
       return 2;

@@ -36,7 +36,8 @@ json staff_json(const Document& document, std::size_t slot, std::uint16_t staff)
   const auto spec = document.record(CX_TAG_STAFF_SPEC, staff, 0);
   if (spec && spec->size() >= CX_STAFF_SPEC_SIZE) {
     s["full_name"] = text_of_block(document, CX_TAG_BLOCK_TEXT, cx_get_u16(spec->data(), 32));
-    s["abbreviated_name"] = text_of_block(document, CX_TAG_BLOCK_TEXT, cx_get_u16(spec->data(), 30));
+    s["abbreviated_name"] =
+        text_of_block(document, CX_TAG_BLOCK_TEXT, cx_get_u16(spec->data(), 30));
     s["spec"] = {{"flags", cx_get_u16(spec->data(), CX_STAFF_SPEC_FLAGS)},
                  {"font", cx_get_u16(spec->data(), CX_STAFF_SPEC_FONT)},
                  {"notation", cx_get_u16(spec->data(), CX_STAFF_SPEC_NOTATION)},
@@ -50,15 +51,20 @@ json staff_json(const Document& document, std::size_t slot, std::uint16_t staff)
     clefs.push_back(document.clef(staff, m));
     for (std::uint16_t layer = 0; layer < 4; ++layer) {
       for (const auto& e : document.entries(staff, m, layer)) {
-        entries.push_back({{"measure", m}, {"layer", layer + 1}, {"position", e.position},
-                           {"duration", e.duration}, {"flags", e.flags}, {"keys", e.keys}});
+        entries.push_back({{"measure", m},
+                           {"layer", layer + 1},
+                           {"position", e.position},
+                           {"duration", e.duration},
+                           {"flags", e.flags},
+                           {"keys", e.keys}});
       }
     }
   }
   s["clefs"] = clefs;
   if (const auto playback = document.record(CX_TAG_PLAYBACK, staff, 0)) {
     s["playback"] = words(*playback);
-    if (playback->size() >= 18) s["channel"] = channel_json(document, cx_get_u16(playback->data(), 16));
+    if (playback->size() >= 18)
+      s["channel"] = channel_json(document, cx_get_u16(playback->data(), 16));
   } else {
     s["playback"] = nullptr;
   }
@@ -84,7 +90,8 @@ json score_json(const Document& document) {
   score["measures"] = measures;
   json staves = json::array();
   const auto order = document.staves_in_order();
-  for (std::size_t i = 0; i < order.size(); ++i) staves.push_back(staff_json(document, i + 1, order[i]));
+  for (std::size_t i = 0; i < order.size(); ++i)
+    staves.push_back(staff_json(document, i + 1, order[i]));
   score["staves"] = staves;
 
   json channels = json::array();
@@ -98,9 +105,9 @@ json score_json(const Document& document) {
     const std::uint16_t category = r.data.size() >= 12 ? cx_get_u16(r.data.data(), 10) : 0;
     expressions.push_back(
         {{"number", r.number},
-         {"text", r.data.size() >= 2
-                      ? text_of_block(document, CX_TAG_EXPRESSION_TEXT, cx_get_u16(r.data.data(), 0))
-                      : json(nullptr)},
+         {"text", r.data.size() >= 2 ? text_of_block(document, CX_TAG_EXPRESSION_TEXT,
+                                                     cx_get_u16(r.data.data(), 0))
+                                     : json(nullptr)},
          {"category", category},
          {"playback_type", category & 0xFF},
          {"words", words(r.data)}});
@@ -109,7 +116,8 @@ json score_json(const Document& document) {
   json assignments = json::array();
   for (const auto& r : document.records(CX_TAG_EXPRESSION_ASSIGN)) {
     if (r.data.size() < 12) continue;
-    assignments.push_back({{"measure", r.number}, {"sub", r.sub},
+    assignments.push_back({{"measure", r.number},
+                           {"sub", r.sub},
                            {"definition", cx_get_u16(r.data.data(), CX_EXPRESSION_ASSIGN_DEF)},
                            {"staff", cx_get_i16(r.data.data(), CX_EXPRESSION_ASSIGN_STAFF)},
                            {"flags", cx_get_u16(r.data.data(), CX_EXPRESSION_ASSIGN_FLAGS)}});
@@ -125,7 +133,8 @@ json score_json(const Document& document) {
     if (r.data.size() < CX_STAFF_STYLE_ASSIGN_SIZE) continue;
     const std::uint8_t* d = r.data.data();
     style_assignments.push_back(
-        {{"number", r.number}, {"sub", r.sub},
+        {{"number", r.number},
+         {"sub", r.sub},
          {"style", cx_get_u16(d, CX_STAFF_STYLE_ASSIGN_STYLE)},
          {"start_measure", cx_get_u16(d, CX_STAFF_STYLE_ASSIGN_START_MEASURE)},
          {"start_position", cx_get_i32(d, CX_STAFF_STYLE_ASSIGN_START_POSITION)},
@@ -136,47 +145,11 @@ json score_json(const Document& document) {
 
   json records = json::object();
   for (const auto& r : document.all_records()) {
-    records[tag_name(r.tag)].push_back({{"number", r.number}, {"sub", r.sub}, {"hex", hex(r.data)}});
+    records[tag_name(r.tag)].push_back(
+        {{"number", r.number}, {"sub", r.sub}, {"hex", hex(r.data)}});
   }
   score["records"] = records;
   return score;
-}
-
-json log_json(const Document& document) {
-  json log;
-  json alerts = json::array();
-  for (const auto& a : document.alerts()) {
-    alerts.push_back({{"text", a.text}, {"style", a.style}, {"answer", a.answer}, {"wide", a.wide}});
-  }
-  log["alerts"] = alerts;
-  json steps = json::array();
-  for (const auto& step : document.dialog_steps()) {
-    json lists = json::object();
-    json enabled = json::array();
-    json radios = json::object();
-    for (const auto& c : step.controls) {
-      if (c.enabled) enabled.push_back(c.id);
-      if (c.id == 21 || c.id == 22) radios[std::to_string(c.id)] = c.check;
-      if (c.is_list) lists[std::to_string(c.id)] = {{"items", c.items}, {"selection", c.selection}};
-    }
-    steps.push_back({{"event", step.event}, {"note", step.note}, {"focus", step.focus},
-                     {"ended", step.ended}, {"lists", lists}, {"radios", radios},
-                     {"enabled", enabled}});
-  }
-  log["dialog"] = {{"shown", !document.dialog_steps().empty()}, {"steps", steps}};
-  const auto& edits = document.edits();
-  log["edits"] = {{"started", edits.started}, {"ended", edits.ended},
-                  {"unbalanced_ends", edits.unbalanced_ends}, {"labels", edits.labels}};
-  json imports = json::array();
-  for (const auto& i : document.imports()) {
-    imports.push_back({{"region", region_json(i.region)},
-                       {"file", utf8(std::filesystem::u8path(i.path).filename())},
-                       {"result", i.result}, {"notes_placed", i.notes_placed}, {"error", i.error}});
-  }
-  log["imports"] = imports;
-  log["open_frames"] = document.open_frames();
-  log["refused_writes"] = document.refused_writes();
-  return log;
 }
 
 }  // namespace cantel_host

@@ -13,7 +13,6 @@ namespace cantel_host {
 // The whole score: measures, staves in slot order with their entries,
 // channels, expressions, staff styles, and every record by tag.
 nlohmann::json score_json(const cantel_engine::Document& document);
-nlohmann::json log_json(const cantel_engine::Document& document);
 // Drum grids of the staves in `staves`, one per measure.
 std::string drum_view(const cantel_engine::Document& document, const std::set<int>& staves);
 

@@ -1,15 +1,9 @@
 #include "scenario.h"
 
-#if defined(_WIN32)
-#include <windows.h>
-#endif
-
 #include <algorithm>
 #include <cstdlib>
 #include <fstream>
 #include <stdexcept>
-
-#include "groove_writer.h"
 
 namespace cantel_host {
 
@@ -122,17 +116,23 @@ void build_staff(const json& s, Document& document) {
   } else if (s.contains("channel")) {
     set_playback(document, staff, add_channel(document, s["channel"].get<std::uint16_t>()));
   }
-  if (s.contains("clef")) {
-    for (std::uint16_t m = 1; m <= document.measure_count(); ++m) {
+  // "clefs" gives a clef per measure from the first; "clef" the rest.
+  const json clefs = s.value("clefs", json::array());
+  for (std::uint16_t m = 1; m <= document.measure_count(); ++m) {
+    if (m <= clefs.size()) {
+      document.set_clef(staff, m, clefs[m - 1u].get<std::uint16_t>());
+    } else if (s.contains("clef")) {
       document.set_clef(staff, m, s["clef"].get<std::uint16_t>());
     }
   }
   for (const json& n : s.value("notes", json::array())) {
-    document.add_entry(staff, n.at("measure").get<std::uint16_t>(), n.value("layer", std::uint16_t{0}),
-                       n.value("position", 0), n.value("duration", 1024),
-                       n.value("keys", std::vector<std::uint16_t>{}));
+    document.add_entry(staff, n.at("measure").get<std::uint16_t>(),
+                       n.value("layer", std::uint16_t{0}), n.value("position", 0),
+                       n.value("duration", 1024), n.value("keys", std::vector<std::uint16_t>{}));
   }
 }
+
+}  // namespace
 
 ERegion parse_region(const json& r) {
   ERegion region{};
@@ -166,6 +166,9 @@ std::vector<cantel_engine::DialogAction> parse_actions(const json& actions) {
       action.text = a.value("text", std::string());
     } else if (a.contains("close")) {
       action.kind = Kind::Close;
+    } else if (a.contains("remove_groove_file")) {
+      action.kind = Kind::RemoveGrooveFile;
+      action.text = a["remove_groove_file"].get<std::string>();
     } else {
       throw std::runtime_error("unknown dialog action " + a.dump());
     }
@@ -182,8 +185,6 @@ std::uint16_t parse_answer(const json& a) {
   throw std::runtime_error("an answer is \"yes\", \"no\" or a number: " + text);
 }
 
-}  // namespace
-
 Scenario load_scenario(const fs::path& file) {
   std::ifstream in(file);
   if (!in) throw std::runtime_error("cannot read " + file.string());
@@ -192,30 +193,6 @@ Scenario load_scenario(const fs::path& file) {
   scenario.file = file;
   scenario.name = file.stem().string();
   return scenario;
-}
-
-RunFolders prepare_folders(const Scenario& scenario) {
-  RunFolders folders;
-  folders.work = fs::temp_directory_path() / ("cantel-host-" + scenario.name);
-  fs::remove_all(folders.work);
-  folders.component_files = folders.work / "Component Files";
-  folders.temporary = folders.work / "temp";
-  folders.config = folders.work / "config";
-  fs::create_directories(folders.component_files / "Rhythm Weave");
-  fs::create_directories(folders.temporary);
-  fs::create_directories(folders.config);
-  const json& d = scenario.data;
-  const fs::path grooves = folders.component_files / "Rhythm Weave";
-  if (d.contains("groove_folder")) {
-    const fs::path source = scenario.file.parent_path() / d["groove_folder"].get<std::string>();
-    for (const auto& entry : fs::directory_iterator(source)) {
-      if (entry.is_regular_file()) fs::copy_file(entry.path(), grooves / entry.path().filename());
-    }
-  }
-  for (const json& g : d.value("groove_files", json::array())) {
-    write_groove(g, grooves / fs::u8path(g.at("name").get<std::string>()));
-  }
-  return folders;
 }
 
 void build_score(const Scenario& scenario, const RunFolders& folders, Document& document) {
@@ -267,23 +244,12 @@ void build_score(const Scenario& scenario, const RunFolders& folders, Document& 
   }
 
   document.set_path(CX_PATH_COMPONENT_FILES, utf8(folders.component_files));
-  std::string temporary = utf8(folders.temporary) + static_cast<char>(fs::path::preferred_separator);
+  document.set_path(CX_PATH_TEMPORARY, utf8(folders.named_temporary) +
+                                           static_cast<char>(fs::path::preferred_separator));
   const json faults = d.value("faults", json::object());
-  if (faults.value("temporary", std::string()) == "unwritable") {
-    // A path through a plain file cannot hold a new file, whoever runs us.
-    const fs::path blocker = folders.temporary / "not-a-folder";
-    std::ofstream(blocker).put('x');
-    temporary = utf8(blocker) + static_cast<char>(fs::path::preferred_separator);
-  }
-  document.set_path(CX_PATH_TEMPORARY, temporary);
   for (const json& tag : faults.value("refuse_writes", json::array())) {
     document.refuse_writes(parse_tag(tag));
   }
-  std::vector<std::uint16_t> answers;
-  for (const json& a : d.value("answers", json::array())) answers.push_back(parse_answer(a));
-  document.script_answers(answers);
-  document.script_dialog(parse_actions(d.value("dialog", json::array())));
-  document.set_selection(selection(scenario));
 }
 
 ERegion document_region(const Scenario& scenario, const Document& document) {
@@ -299,12 +265,6 @@ ERegion document_region(const Scenario& scenario, const Document& document) {
   return region;
 }
 
-std::optional<ERegion> selection(const Scenario& scenario) {
-  const json& d = scenario.data;
-  if (!d.contains("selection") || d["selection"].is_null()) return std::nullopt;
-  return parse_region(d["selection"]);
-}
-
 json region_json(const ERegion& region) {
   // The record is packed: copy each field out before json binds a reference.
   const ERegion r = region;
@@ -316,28 +276,6 @@ json region_json(const ERegion& region) {
           {"end_slot", std::uint16_t{r.endSlot}},
           {"end_measure", std::uint16_t{r.endMeasure}},
           {"end_position", std::int32_t{r.endPosition}}};
-}
-
-void apply_language(const Scenario& scenario) {
-  const std::string language = scenario.data.value("language", std::string("en"));
-  std::string locale = "C";
-  if (language == "ja") locale = "ja_JP.UTF-8";
-  if (language == "pl") locale = "pl_PL.UTF-8";
-  if (language == "sv") locale = "sv_SE.UTF-8";
-#if defined(_WIN32)
-  // Windows picks a module's resources by the thread's UI language.
-  LANGID id = MAKELANGID(LANG_ENGLISH, SUBLANG_ENGLISH_US);
-  if (language == "ja") id = MAKELANGID(LANG_JAPANESE, SUBLANG_DEFAULT);
-  if (language == "pl") id = MAKELANGID(LANG_POLISH, SUBLANG_DEFAULT);
-  if (language == "sv") id = MAKELANGID(LANG_SWEDISH, SUBLANG_SWEDISH);
-  SetThreadUILanguage(id);
-  SetThreadLocale(MAKELCID(id, SORT_DEFAULT));
-  _putenv_s("LC_ALL", locale.c_str());
-#else
-  setenv("LC_ALL", locale.c_str(), 1);
-  setenv("LC_MESSAGES", locale.c_str(), 1);
-  setenv("LANG", locale.c_str(), 1);
-#endif
 }
 
 std::string engine_variant(const Scenario& scenario) {

@@ -9,6 +9,7 @@
 #include <nlohmann/json.hpp>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "cantel_engine/document.h"
 
@@ -28,7 +29,8 @@ std::string utf8(const std::filesystem::path& path);
 struct RunFolders {
   std::filesystem::path work;
   std::filesystem::path component_files;  // holds "Rhythm Weave"
-  std::filesystem::path temporary;        // what path kind 9 names
+  std::filesystem::path temporary;        // the temporary folder
+  std::filesystem::path named_temporary;  // what path kind 9 names: it, or a path through a file
   std::filesystem::path config;           // XDG_CONFIG_HOME
 };
 
@@ -39,15 +41,15 @@ struct Scenario {
 };
 
 Scenario load_scenario(const std::filesystem::path& file);
-RunFolders prepare_folders(const Scenario& scenario);
+// The score, the host's paths and the faults of the document; the user's
+// part is scripted per invoke.
 void build_score(const Scenario& scenario, const RunFolders& folders,
                  cantel_engine::Document& document);
 ERegion document_region(const Scenario& scenario, const cantel_engine::Document& document);
-std::optional<ERegion> selection(const Scenario& scenario);
+ERegion parse_region(const json& region);
+std::vector<cantel_engine::DialogAction> parse_actions(const json& actions);
+std::uint16_t parse_answer(const json& answer);
 json region_json(const ERegion& region);
-// Sets LC_ALL and friends for the scenario's language; before the plug-in
-// loads, since it reads them once.
-void apply_language(const Scenario& scenario);
 std::string engine_variant(const Scenario& scenario);  // "full" or "reduced"
 
 }  // namespace cantel_host

@@ -18,19 +18,23 @@ cantel_engine::Bytes little_endian(std::uint32_t value) {
 #if defined(_WIN32)
 const char* const kKey = "Software\\HarpWorks";
 
-void prepare_setting(const Scenario& scenario, const RunFolders&) {
+void prepare_setting(const Scenario& scenario, const RunFolders& folders) {
   RegDeleteTreeA(HKEY_CURRENT_USER, kKey);
   RegDeleteKeyA(HKEY_CURRENT_USER, kKey);
-  const nlohmann::json& d = scenario.data;
-  if (!d.contains("setting")) return;
+  if (scenario.data.contains("setting")) write_setting(scenario.data["setting"], folders);
+}
+
+void write_setting(const nlohmann::json& setting, const RunFolders&) {
   HKEY key = nullptr;
   if (RegCreateKeyExA(HKEY_CURRENT_USER, kKey, 0, nullptr, 0, KEY_ALL_ACCESS, nullptr, &key,
                       nullptr) != ERROR_SUCCESS) {
     return;
   }
-  if (d["setting"].is_number()) {
-    const auto bytes = little_endian(d["setting"].get<std::uint32_t>());
+  if (setting.is_number()) {
+    const auto bytes = little_endian(setting.get<std::uint32_t>());
     RegSetValueExA(key, "rhythmweavePI", 0, REG_BINARY, bytes.data(), 4);
+  } else {
+    RegDeleteValueA(key, "rhythmweavePI");
   }
   RegCloseKey(key);
 }
@@ -43,7 +47,8 @@ nlohmann::json settings_after(const RunFolders&) {
   nlohmann::json out = {{"key", true}, {"value_hex", nullptr}};
   cantel_engine::Bytes bytes(64, 0);
   DWORD size = static_cast<DWORD>(bytes.size());
-  if (RegQueryValueExA(key, "rhythmweavePI", nullptr, nullptr, bytes.data(), &size) == ERROR_SUCCESS) {
+  if (RegQueryValueExA(key, "rhythmweavePI", nullptr, nullptr, bytes.data(), &size) ==
+      ERROR_SUCCESS) {
     bytes.resize(size);
     out["value_hex"] = hex(bytes);
   }
@@ -52,13 +57,18 @@ nlohmann::json settings_after(const RunFolders&) {
 }
 #else
 void prepare_setting(const Scenario& scenario, const RunFolders& folders) {
-  const nlohmann::json& d = scenario.data;
-  if (!d.contains("setting")) return;
-  std::filesystem::create_directories(folders.config / "HarpWorks");
-  if (d["setting"].is_number()) {
-    const auto bytes = little_endian(d["setting"].get<std::uint32_t>());
-    std::ofstream(folders.config / "HarpWorks" / "rhythmweavePI", std::ios::binary)
+  if (scenario.data.contains("setting")) write_setting(scenario.data["setting"], folders);
+}
+
+void write_setting(const nlohmann::json& setting, const RunFolders& folders) {
+  const auto key = folders.config / "HarpWorks";
+  std::filesystem::create_directories(key);
+  if (setting.is_number()) {
+    const auto bytes = little_endian(setting.get<std::uint32_t>());
+    std::ofstream(key / "rhythmweavePI", std::ios::binary)
         .write(reinterpret_cast<const char*>(bytes.data()), 4);
+  } else {
+    std::filesystem::remove(key / "rhythmweavePI");
   }
 }
 
@@ -67,7 +77,8 @@ nlohmann::json settings_after(const RunFolders& folders) {
   nlohmann::json out = {{"key", std::filesystem::is_directory(key)}, {"value_hex", nullptr}};
   std::ifstream in(key / "rhythmweavePI", std::ios::binary);
   if (in) {
-    cantel_engine::Bytes bytes((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
+    cantel_engine::Bytes bytes((std::istreambuf_iterator<char>(in)),
+                               std::istreambuf_iterator<char>());
     out["value_hex"] = hex(bytes);
   }
   return out;

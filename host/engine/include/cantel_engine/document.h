@@ -69,7 +69,19 @@ struct ImportRecord {
   std::string path;  // as the plug-in passed it, UTF-8
   std::uint32_t result = 0;
   std::uint32_t notes_placed = 0;
-  std::string error;  // why the file could not be read; empty on success
+  std::string error;           // why the file could not be read; empty on success
+  std::optional<Bytes> bytes;  // the file as it was at the import; none when it did not open
+};
+
+// One dialog-related host call as the plug-in made it. `args` are the
+// arguments after the dialog handle and before the interface version, with
+// pointers as 0 (null) or 1.
+struct HostCall {
+  std::string fn;
+  std::vector<std::int64_t> args;
+  std::optional<std::int64_t> result;  // for the calls that answer
+  bool foreign_dialog = false;         // the handle was not the open dialog's
+  std::uint32_t version = CX_INTERFACE_VERSION;
 };
 
 struct EditLog {
@@ -81,11 +93,11 @@ struct EditLog {
 
 // What the user does in a dialog, in order.
 struct DialogAction {
-  enum class Kind { Click, ChooseStyle, ChooseRow, Close };
+  enum class Kind { Click, ChooseStyle, ChooseRow, Close, RemoveGrooveFile };
   Kind kind = Kind::Click;
   int control = 0;   // Click, ChooseRow
   int row = -1;      // ChooseRow by index
-  std::string text;  // ChooseStyle (list 2002), or ChooseRow by shown text
+  std::string text;  // ChooseStyle (list 2002), ChooseRow by shown text, or the file's name
 };
 
 struct ControlState {
@@ -143,8 +155,20 @@ class Document {
   // Saves, creates and deletes of this tag are refused from now on.
   virtual void refuse_writes(std::uint32_t tag) = 0;
   virtual void set_selection(const std::optional<ERegion>& selection) = 0;
+  // Where the engine draws the dialog itself (Windows): a pause before each
+  // scripted action, and a PNG of the dialog before each action saved in
+  // `folder` (none when empty) as "<name>.<dialog>.<action>.png", counted
+  // from 1 and 0.
+  virtual void set_presentation(int hold_ms, const std::string& folder,
+                                const std::string& name) = 0;
+  // Forgets what the last invoke did (alerts, dialog, edits, imports, calls,
+  // data word) and keeps the score; an edit left open stays open.
+  virtual void clear_run_log() = 0;
 
   // --- inspecting -------------------------------------------------------
+  // The host's own selection record, which invoke is handed; null when
+  // nothing is selected.
+  virtual ERegion* selection_record() = 0;
   virtual std::optional<Bytes> record(std::uint32_t tag, std::uint16_t number,
                                       std::uint16_t sub) const = 0;
   virtual std::vector<RecordInfo> records(std::uint32_t tag) const = 0;
@@ -162,6 +186,9 @@ class Document {
   virtual int open_frames() const = 0;
   virtual const std::vector<ImportRecord>& imports() const = 0;
   virtual const std::vector<DialogStep>& dialog_steps() const = 0;
+  virtual const std::vector<HostCall>& calls() const = 0;
+  // The word at the address handed to CX_Dialog, read when the dialog ended.
+  virtual std::optional<std::uint32_t> data_word() const = 0;
   // Writes the engine refused because of refuse_writes.
   virtual int refused_writes() const = 0;
 };
