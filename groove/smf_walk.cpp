@@ -122,6 +122,10 @@ class Walk {
     }
     if (division == 0) return Fail(0, 12, "the division is 0 ticks per quarter note");
     declaredTracks = static_cast<uint16_t>(tracks);
+    if (visitor_) {
+      visitor_->Header(static_cast<uint16_t>(format), declaredTracks,
+                       static_cast<uint16_t>(division));
+    }
     chunkStart_ = kChunkHeaderSize + length;
     return true;
   }
@@ -142,6 +146,8 @@ class Walk {
       const bool isTrack = id == kTrackId;
       if (isTrack) ++tracks;
       if (length > in.left()) {
+        // A visitor still sees the events that made it into the file.
+        if (isTrack && visitor_) Track(tracks, position, in.position(), size_);
         const std::string what = isTrack ? TrackName(tracks) : "a chunk that is not a track";
         return Fail(isTrack ? tracks : 0, position,
                     "the file ends inside " + what + " (its chunk claims " +

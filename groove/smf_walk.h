@@ -40,6 +40,8 @@ struct SmfEvent {
 class SmfEventVisitor {
  public:
   virtual ~SmfEventVisitor() = default;
+  // The header chunk passed the walk.
+  virtual void Header(uint16_t /*format*/, uint16_t /*tracks*/, uint16_t /*division*/) {}
   // The "MTrk" chunk `track` starts at `chunkOffset` (its ID) and holds
   // `length` bytes after its 8-byte header.
   virtual void TrackStart(int32_t /*track*/, uint64_t /*chunkOffset*/, uint64_t /*length*/) {}
