@@ -104,7 +104,7 @@ void JudgePlacement(GrooveJudgement& judgement, RegionMeter region, int64_t regi
   const int64_t measures = std::clamp<int64_t>(regionMeasures, 0, judgement.grooveMeasures);
   const int64_t ticksPerMeasure = std::max(0, judgement.pattern.timeSignature.ticksPerMeasure);
   judgement.coveredTicks = static_cast<uint64_t>(measures * ticksPerMeasure);
-  if (*judgement.walk.firstDrumNoteOnTick >= judgement.coveredTicks) {
+  if (judgement.walk.firstDrumNoteOnTick.value_or(UINT64_MAX) >= judgement.coveredTicks) {
     judgement.verdict = Verdict::kDrumsAfterRegion;
   }
 }

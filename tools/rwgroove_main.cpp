@@ -166,8 +166,8 @@ int Fix(const Arguments& args) {
   std::cout << in << " -> " << args.files[1] << "\n";
   if (fixed.changes.empty()) std::cout << "  nothing needed mending; written unchanged\n";
   for (const std::string& change : fixed.changes) std::cout << "  " << change << "\n";
-  std::cout << "  the plug-in places it: see for yourself with rwgroove inspect \""
-            << args.files[1] << "\"\n";
+  std::cout << "  the plug-in places it: see for yourself with rwgroove inspect \"" << args.files[1]
+            << "\"\n";
   return kPlaced;
 }
 

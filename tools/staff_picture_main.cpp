@@ -21,6 +21,7 @@ using Json = nlohmann::json;
 using rw::tools::DrumGrid;
 
 constexpr int64_t kWholeNote = 4096;  // a quarter is 1024
+constexpr int64_t kDrumSetClef = 12;
 
 int64_t Int(const Json& value, const char* key) {
   return value.contains(key) && value[key].is_number() ? value[key].get<int64_t>() : 0;
@@ -71,6 +72,24 @@ std::string Markers(const Json& score, int64_t staff, int64_t measure) {
     }
   }
   return out;
+}
+
+// How the staff writes what it received: the three notation styles differ
+// here, not in the notes.
+std::string Writing(const Json& score, const Json& staff, int64_t first) {
+  for (const Json& a : score.value("staff_style_assignments", Json::array())) {
+    if (Int(a, "number") == Int(staff, "staff") && IsSlashStyle(score, Int(a, "style"))) {
+      return "shown as beat slashes";
+    }
+  }
+  if (!staff.value("percussion_notation", Json()).is_null()) {
+    return "written with the percussion map";
+  }
+  const Json& clefs = staff.value("clefs", Json::array());
+  const auto index = static_cast<std::size_t>(first - 1);
+  const int64_t clef = index < clefs.size() ? clefs[index].get<int64_t>() : -1;
+  return clef == kDrumSetClef ? "written as notes on the drum-set clef"
+                              : "written as notes on clef " + std::to_string(clef);
 }
 
 std::optional<DrumGrid> StaffGrid(const Json& result, const std::string& title) {
@@ -130,8 +149,8 @@ std::optional<DrumGrid> StaffGrid(const Json& result, const std::string& title) 
   grid.title = title.empty() ? "Staff " + std::to_string(number) : title;
   grid.subtitle = "staff " + std::to_string(number) + " (slot " + std::to_string(slot) +
                   "), measures " + std::to_string(first) + "-" + std::to_string(last) + " in " +
-                  MeterName(beats, beatDuration) + ", placed by " + std::to_string(imports.size()) +
-                  " import(s)";
+                  MeterName(beats, beatDuration) + ", " + Writing(score, *staff, first) +
+                  ", placed by " + std::to_string(imports.size()) + " import(s)";
   if (std::string after = Markers(score, number, last + 1); !after.empty()) {
     grid.subtitle += "; " + after + " at measure " + std::to_string(last + 1);
   }
