@@ -1,6 +1,6 @@
 # The Windows package: a zip that a Cantel user unpacks, with the plug-in for
-# Cantel's plug-ins folder, the starter grooves for its Component Files folder
-# and the user guide. Native builds install and package nothing.
+# Cantel's plug-ins folder, the starter grooves for its Component Files folder,
+# the user guide and rwgroove.exe. Native builds install and package nothing.
 #
 #   cmake --build --preset windows --target package   ->  build/windows/*.zip
 if(NOT WIN32)
@@ -11,6 +11,11 @@ if(TARGET RhythmWeave)
   install(TARGETS RhythmWeave
     LIBRARY DESTINATION "Plug-Ins"
     RUNTIME DESTINATION "Plug-Ins")
+endif()
+
+# The groove author's checker, beside the guide that explains it.
+if(TARGET rwgroove)
+  install(TARGETS rwgroove RUNTIME DESTINATION .)
 endif()
 
 # The grooves target writes this folder at build time; the package target

@@ -3,121 +3,152 @@
 #include <nlohmann/json.hpp>
 #include <sstream>
 
-#include "drum_track_meter.h"
 #include "gm_drum_names.h"
-#include "load_groove.h"
-#include "range_check.h"
-#include "smf_reader.h"
 
 namespace rw::tools {
 namespace {
 
-class CollectingSink : public groove::DiagnosticSink {
- public:
-  explicit CollectingSink(std::vector<std::string>& alerts) : alerts_(alerts) {}
-  void Show(const char* text) override { alerts_.emplace_back(text); }
+using Json = nlohmann::ordered_json;
 
- private:
-  std::vector<std::string>& alerts_;
-};
+const char* FailureName(groove::LoadFailure failure) {
+  switch (failure) {
+    case groove::LoadFailure::kRangeCheck:
+      return "range-check";
+    case groove::LoadFailure::kOutOfMemory:
+      return "out-of-memory";
+    case groove::LoadFailure::kNone:
+      break;
+  }
+  return nullptr;
+}
+
+Json OrNull(const std::string& text) { return text.empty() ? Json(nullptr) : Json(text); }
+
+Json WalkJson(const groove::StrictWalk& walk) {
+  return {{"well_formed", walk.wellFormed},
+          {"problem", OrNull(walk.problem)},
+          {"track", walk.track},
+          {"offset", walk.offset},
+          {"drum_note_ons", walk.drumNoteOns},
+          {"first_drum_note_on_tick",
+           walk.firstDrumNoteOnTick ? Json(*walk.firstDrumNoteOnTick) : Json(nullptr)}};
+}
+
+std::string Quoted(const std::string& text) {
+  std::string out = "\"";
+  for (char c : text) out += c == '\n' ? std::string("\n     ") : std::string(1, c);
+  return out + "\"";
+}
+
+std::string JoinedNames(const std::vector<NamedMeter>& meters) {
+  std::string out;
+  for (const NamedMeter& m : meters) out += (out.empty() ? "" : ", ") + m.name;
+  return out;
+}
+
+void Verdict(std::ostream& out, const GrooveInspection& r) {
+  const groove::GroovePattern& p = r.judgement.pattern;
+  if (r.placed()) {
+    out << "verdict: PLACED: the plug-in places this groove\n"
+        << "  meter " << p.timeSignature.numerator << "/" << p.timeSignature.denominator << ", "
+        << r.judgement.grooveMeasures << " measure(s) per repetition\n"
+        << "  fits measures in " << JoinedNames(r.fits) << "\n  instruments:";
+    for (std::size_t i = 0; i < r.instruments.size(); ++i) {
+      out << (i ? ", " : " ") << r.instruments[i] << " " << DrumKeyName(r.instruments[i]);
+    }
+    out << "\n";
+    if (!r.messages.empty()) {
+      out << "  before it places it, the plug-in shows:\n";
+      for (const std::string& box : r.messages) out << "    " << Quoted(box) << "\n";
+    }
+    if (!r.note.empty()) out << "  note: " << r.note << "\n";
+    return;
+  }
+  out << "verdict: REFUSED: the plug-in places nothing and shows:\n";
+  for (const std::string& box : r.messages) out << "    " << Quoted(box) << "\n";
+  if (!r.advice.empty()) out << "  advice: " << r.advice << "\n";
+}
 
 }  // namespace
 
-GrooveInspection InspectGroove(GrooveFile& file) {
-  GrooveInspection result;
-  CollectingSink sink(result.alerts);
-  groove::SmfReader reader(file.buffer.get(), &file.size, file.capacity, sink);
-  try {
-    result.pattern = groove::LoadGroove(reader, 0);
-    result.loaded = result.pattern.loaded;
-  } catch (const std::out_of_range&) {
-    result.rangeCheckFailure = true;
-    result.pattern.timeSignature = reader.timeSignatureSnapshot();
-    result.pattern.division = reader.division();
-    result.pattern.drumNotesFound = reader.drumNotesFound();
-    result.pattern.lastDrumMeasure = reader.lastDrumMeasure();
-    result.pattern.lastDrumTick = reader.lastDrumTick();
-  }
-  result.format = reader.format();
-  result.tracks = reader.trackCount();
-  result.tempoBpm = reader.tempoSnapshot().beatsPerMinute;
-  result.grooveMeasures = groove::GrooveMeasures(result.pattern);
-  for (int key = 0; key < 128; ++key) {
-    if (reader.keyUsed(key)) result.keysUsed.push_back(key);
-  }
-  result.lowestKey = reader.lowestDrumKey();
-  result.highestKey = reader.highestDrumKey();
-  result.filteredSize = file.size;
-
-  const groove::TimeMark& meter = result.pattern.timeSignature;
-  if (result.loaded && result.tracks >= 2 && (meter.numerator != 4 || meter.denominator != 4)) {
-    const auto hasMeter = SecondTrackHasTimeSignature(file.buffer.get(), file.size);
-    result.drumTrackLacksMeter = hasMeter.has_value() && !*hasMeter;
-  }
-  return result;
-}
-
 std::string JsonReport(const GrooveInspection& r) {
-  const groove::TimeMark& meter = r.pattern.timeSignature;
-  nlohmann::ordered_json json;
-  json["loaded"] = r.loaded;
-  json["failure"] = r.rangeCheckFailure ? nlohmann::ordered_json("range-check") : nullptr;
+  const groove::GroovePattern& p = r.judgement.pattern;
+  const groove::TimeMark& meter = p.timeSignature;
+  Json json;
+  json["loaded"] = p.loaded;
+  const char* failure = FailureName(r.judgement.failure);
+  json["failure"] = failure ? Json(failure) : Json(nullptr);
   json["alerts"] = r.alerts;
   json["format"] = r.format;
   json["tracks"] = r.tracks;
-  json["division"] = r.pattern.division;
+  json["division"] = p.division;
   json["time_signature"] = {{"numerator", meter.numerator},
                             {"denominator", meter.denominator},
                             {"ticks_per_beat", meter.ticksPerBeat},
                             {"ticks_per_measure", meter.ticksPerMeasure}};
   json["tempo_bpm"] = r.tempoBpm;
-  json["drum_notes_found"] = r.pattern.drumNotesFound;
-  json["last_drum_measure"] = r.pattern.lastDrumMeasure;
-  json["last_drum_tick"] = r.pattern.lastDrumTick;
-  json["groove_measures"] = r.grooveMeasures;
+  json["drum_notes_found"] = p.drumNotesFound;
+  json["last_drum_measure"] = p.lastDrumMeasure;
+  json["last_drum_tick"] = p.lastDrumTick;
+  json["groove_measures"] = groove::GrooveMeasures(p);
   json["keys_used"] = r.keysUsed;
   json["lowest_key"] = r.lowestKey;
   json["highest_key"] = r.highestKey;
   json["size"] = r.filteredSize;
+  // The plug-in's verdict, judged for the best selection a user can make.
+  json["verdict"] = groove::TextOf(r.judgement.verdict).name;
+  json["messages"] = r.messages;
+  json["advice"] = OrNull(r.advice);
+  json["note"] = OrNull(r.note);
+  Json fits = Json::array();
+  for (const NamedMeter& m : r.fits) fits.push_back(m.name);
+  json["fits_meters"] = fits;
+  json["strict_walk"] = WalkJson(r.judgement.walk);
+  json["original_walk"] = WalkJson(r.survey.walk);
+  json["note_ons_by_channel"] = r.survey.noteOns;
+  if (const auto& c = r.survey.meterChange) {
+    json["meter_change"] = {{"track", c->track},         {"tick", c->tick},
+                            {"measure", c->measure},     {"tick_in_measure", c->tickInMeasure},
+                            {"numerator", c->numerator}, {"denominator", c->denominator}};
+  } else {
+    json["meter_change"] = nullptr;
+  }
   return json.dump(2) + "\n";
 }
 
 std::string TextReport(const std::string& name, const GrooveInspection& r) {
   std::ostringstream out;
-  const groove::TimeMark& meter = r.pattern.timeSignature;
-  out << name << ": ";
-  if (r.loaded) {
-    out << "loaded\n";
-  } else if (r.rangeCheckFailure) {
-    out << "NOT loaded (the file breaks the reader's limits)\n";
-  } else {
-    out << "NOT loaded\n";
+  const groove::GroovePattern& p = r.judgement.pattern;
+  const groove::TimeMark& meter = p.timeSignature;
+  out << name << "\n";
+  // Fields of a file that is no MIDI file at all mean nothing.
+  if (r.beginsWithHeader) {
+    out << "  format " << r.format << ", " << r.tracks << " track(s) after filtering, division "
+        << p.division << " ticks per quarter note\n";
+    out << "  meter " << meter.numerator << "/" << meter.denominator << " (" << meter.ticksPerBeat
+        << " ticks per beat, " << meter.ticksPerMeasure << " per measure)\n";
+    out << "  tempo " << r.tempoBpm << " BPM\n";
+    if (!p.loaded) {
+      out << "  the reader stopped before the end of the file\n";
+    } else if (p.drumNotesFound) {
+      out << "  groove length " << groove::GrooveMeasures(p)
+          << " measure(s) (last drum event in measure " << p.lastDrumMeasure << " at tick "
+          << p.lastDrumTick << ")\n";
+    } else {
+      out << "  no drum events (channel 10)\n";
+    }
+    if (!r.instruments.empty()) {
+      out << "  drum keys:\n";
+      for (int key : r.instruments) out << "    " << key << "  " << DrumKeyName(key) << "\n";
+    }
+    if (r.drumTrackLacksMeter) {
+      out << "  warning: the drum track has no time signature of its own, but the first track's "
+             "meter is "
+          << meter.numerator << "/" << meter.denominator
+          << "; repeat the time signature at time 0 of the drum track ('rwgroove fix' does).\n";
+    }
   }
-  out << "  format " << r.format << ", " << r.tracks << " track(s) after filtering, division "
-      << r.pattern.division << " ticks per quarter note\n";
-  out << "  meter " << meter.numerator << "/" << meter.denominator << " (" << meter.ticksPerBeat
-      << " ticks per beat, " << meter.ticksPerMeasure << " per measure)\n";
-  out << "  tempo " << r.tempoBpm << " BPM\n";
-  if (r.pattern.drumNotesFound) {
-    out << "  groove length " << r.grooveMeasures << " measure(s) (last drum event in measure "
-        << r.pattern.lastDrumMeasure << " at tick " << r.pattern.lastDrumTick << ")\n";
-  } else {
-    out << "  no drum notes (channel 10)\n";
-  }
-  if (!r.keysUsed.empty()) {
-    out << "  drum keys:\n";
-    for (int key : r.keysUsed) out << "    " << key << "  " << DrumKeyName(key) << "\n";
-  }
-  if (!r.alerts.empty()) {
-    out << "  diagnostics:\n";
-    for (const std::string& alert : r.alerts) out << "    " << alert << "\n";
-  }
-  if (r.drumTrackLacksMeter) {
-    out << "  warning: the drum track has no time signature of its own, but the first track's "
-           "meter is "
-        << meter.numerator << "/" << meter.denominator
-        << "; repeat the time signature at time 0 of the drum track.\n";
-  }
+  Verdict(out, r);
   return out.str();
 }
 

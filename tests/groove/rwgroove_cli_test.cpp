@@ -69,11 +69,35 @@ TEST_F(RwgrooveCli, InspectReportsEveryKeyInJson) {
   std::vector<std::string> keys;
   for (const auto& item : json.items()) keys.push_back(item.key());
   std::sort(keys.begin(), keys.end());
-  EXPECT_EQ(keys,
-            (std::vector<std::string>{"alerts", "division", "drum_notes_found", "failure", "format",
-                                      "groove_measures", "highest_key", "keys_used",
-                                      "last_drum_measure", "last_drum_tick", "loaded", "lowest_key",
-                                      "size", "tempo_bpm", "time_signature", "tracks"}));
+  EXPECT_EQ(keys, (std::vector<std::string>{"advice",
+                                            "alerts",
+                                            "division",
+                                            "drum_notes_found",
+                                            "failure",
+                                            "fits_meters",
+                                            "format",
+                                            "groove_measures",
+                                            "highest_key",
+                                            "keys_used",
+                                            "last_drum_measure",
+                                            "last_drum_tick",
+                                            "loaded",
+                                            "lowest_key",
+                                            "messages",
+                                            "meter_change",
+                                            "note",
+                                            "note_ons_by_channel",
+                                            "original_walk",
+                                            "size",
+                                            "strict_walk",
+                                            "tempo_bpm",
+                                            "time_signature",
+                                            "tracks",
+                                            "verdict"}));
+  EXPECT_EQ(json["verdict"], "placed");
+  EXPECT_EQ(json["messages"].size(), 0u);
+  EXPECT_EQ(json["fits_meters"], (std::vector<std::string>{"3/4", "6/8 (6 beats)"}));
+  EXPECT_EQ(json["strict_walk"]["drum_note_ons"], 3);
   EXPECT_EQ(json["loaded"], true);
   EXPECT_TRUE(json["failure"].is_null());
   EXPECT_EQ(json["tracks"], 2);
@@ -108,6 +132,8 @@ TEST_F(RwgrooveCli, AFileThatDoesNotLoadExitsWith1) {
   EXPECT_EQ(json["loaded"], false);
   EXPECT_TRUE(json["failure"].is_null());
   EXPECT_EQ(json["alerts"], (std::vector<std::string>{"Invalid format ID"}));
+  EXPECT_EQ(json["verdict"], "reader-stopped");
+  EXPECT_EQ(json["messages"], (std::vector<std::string>{"Invalid format ID"}));
 }
 
 TEST_F(RwgrooveCli, ARangeCheckFailureIsReportedAsSuch) {
@@ -117,9 +143,16 @@ TEST_F(RwgrooveCli, ARangeCheckFailureIsReportedAsSuch) {
   const auto json = nlohmann::json::parse(run.out);
   EXPECT_EQ(json["failure"], "range-check");
   EXPECT_EQ(json["alerts"].size(), 16u);
+  // One box of the reader's, then the command's own message.
+  EXPECT_EQ(json["messages"],
+            (std::vector<std::string>{"Parsing error - trying to read beyond EOF. (16 times)",
+                                      "Error opening this file."}));
+  EXPECT_EQ(json["advice"],
+            "the file ends inside track 1 (its chunk claims 200 bytes, 2 are left): the file was "
+            "cut short; save it again from your sequencer");
 }
 
-TEST_F(RwgrooveCli, FilterWritesTheDrumsOnlyFileOnlyWhenLoaded) {
+TEST_F(RwgrooveCli, FilterWritesTheDrumsOnlyFileOnlyWhenPlaced) {
   const std::string out = (dir_ / "out.mid").string();
   const ToolRun run =
       Rwgroove("filter " + Write("g.mid", smf(1, 480, {kConductor, kPiano, kDrums})) + " " + out);
@@ -128,6 +161,9 @@ TEST_F(RwgrooveCli, FilterWritesTheDrumsOnlyFileOnlyWhenLoaded) {
 
   const std::string none = (dir_ / "none.mid").string();
   EXPECT_EQ(Rwgroove("filter " + Write("bad.mid", smf(3, 480, {kDrums})) + " " + none).exitCode, 1);
+  EXPECT_EQ(
+      Rwgroove("filter " + Write("p.mid", smf(1, 480, {kConductor, kPiano})) + " " + none).exitCode,
+      1);
   EXPECT_FALSE(fs::exists(none));
 }
 
@@ -136,7 +172,80 @@ TEST_F(RwgrooveCli, UsageAndInputErrorsExitWith2) {
   EXPECT_EQ(Rwgroove("inspect").exitCode, 2);
   EXPECT_EQ(Rwgroove("frobnicate x").exitCode, 2);
   EXPECT_EQ(Rwgroove("inspect " + (dir_ / "missing.mid").string()).exitCode, 2);
-  EXPECT_EQ(Rwgroove("inspect " + Write("empty.mid", {})).exitCode, 2);
+  EXPECT_EQ(Rwgroove("inspect x.mid --frobnicate").exitCode, 2);
+  EXPECT_EQ(Rwgroove("fix a.mid b.mid --meter 3/5").exitCode, 2);
+  EXPECT_EQ(Rwgroove("render a.mid").exitCode, 2);  // without -o
+  EXPECT_EQ(Rwgroove("help frobnicate").exitCode, 2);
+}
+
+TEST_F(RwgrooveCli, HelpDescribesEachCommandItsOptionsAndExitCodes) {
+  const ToolRun overview = Rwgroove("--help");
+  EXPECT_EQ(overview.exitCode, 0);
+  for (const char* text : {"inspect FILE", "filter IN OUT", "fix IN OUT", "render FILE -o",
+                           "exit status", "  1  the plug-in refuses"}) {
+    EXPECT_NE(overview.out.find(text), std::string::npos) << text;
+  }
+  const ToolRun fix = Rwgroove("help fix");
+  EXPECT_EQ(fix.exitCode, 0);
+  EXPECT_NE(fix.out.find("--drums-channel N"), std::string::npos);
+  EXPECT_EQ(Rwgroove("render --help").out, Rwgroove("help render").out);
+}
+
+TEST_F(RwgrooveCli, DrumsOnChannel1AreRefusedNamedAndMovedByFix) {
+  const Bytes drums = cat({note(0, 0x90, 36, 100),
+                           {0x00, 0x26, 100},  // running status
+                           note(480, 0x80, 36, 0),
+                           note(1440, 0x90, 42, 90),
+                           kEndOfTrack});
+  const std::string in = Write("ch1.mid", smf(0, 480, {drums}));
+  const ToolRun refused = Rwgroove("inspect " + in);
+  EXPECT_EQ(refused.exitCode, 1);
+  EXPECT_NE(refused.out.find("\"No drum notes found in this Midi file.\""), std::string::npos);
+  EXPECT_NE(refused.out.find("the drums are on channel 1 (3 notes on drum keys 35 to 81)"),
+            std::string::npos);
+
+  const std::string out = (dir_ / "fixed.mid").string();
+  ASSERT_EQ(Rwgroove("fix " + in + " " + out).exitCode, 0);
+  EXPECT_EQ(Rwgroove("inspect " + out).exitCode, 0);
+  // The notes' own status bytes move to channel 10; a 4/4 time signature
+  // opens the track; nothing else changes.
+  const Bytes moved = cat({timeSignature(0, 4, 2),
+                           note(0, 0x99, 36, 100),
+                           {0x00, 0x26, 100},
+                           note(480, 0x89, 36, 0),
+                           note(1440, 0x99, 42, 90),
+                           kEndOfTrack});
+  EXPECT_EQ(ReadBack(out), smf(0, 480, {moved}));
+}
+
+TEST_F(RwgrooveCli, EachRefusalGetsItsOneLineOfAdvice) {
+  const Bytes good = smf(1, 480, {kConductor, cat({timeSignature(0, 3, 2), kDrums})});
+  Bytes riff = cat({{'R', 'I', 'F', 'F'},
+                    {0, 0, 0, 0},
+                    {'R', 'M', 'I', 'D', 'd', 'a', 't', 'a'},
+                    {uint8_t(good.size()), 0, 0, 0},
+                    good});
+  const Bytes change = cat({timeSignature(0, 4, 2), timeSignature(1920 * 4, 3, 2), kEndOfTrack});
+  struct Case {
+    const char* name;
+    Bytes file;
+    const char* advice;
+  } cases[] = {
+      {"empty.mid", {}, "the file is empty"},
+      {"text.mid", {'h', 'i', '\n'}, "this is not a Standard MIDI File"},
+      {"riff.rmi", riff, "this is a RIFF-wrapped MIDI file (RMID)"},
+      {"change.mid", smf(1, 480, {change, kDrums}),
+       "the meter changes to 3/4 in track 1 at measure 5, tick 0"},
+  };
+  for (const Case& c : cases) {
+    const ToolRun run = Rwgroove("inspect " + Write(c.name, c.file) + " --json");
+    EXPECT_EQ(run.exitCode, 1) << c.name;
+    const std::string advice = nlohmann::json::parse(run.out)["advice"];
+    EXPECT_EQ(advice.find(c.advice), 0u) << c.name << ": " << advice;
+  }
+  const std::string out = (dir_ / "unwrapped.mid").string();
+  ASSERT_EQ(Rwgroove("fix " + (dir_ / "riff.rmi").string() + " " + out).exitCode, 0);
+  EXPECT_EQ(ReadBack(out), good);
 }
 
 }  // namespace
