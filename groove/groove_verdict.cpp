@@ -24,17 +24,6 @@ bool IsDottedBeat(int64_t duration) {
   return duration < 0 || (duration > 0 && (duration & (duration - 1)) != 0);
 }
 
-// What a load reached before it failed, from the reader's own state.
-GroovePattern PatternSoFar(const SmfReader& reader) {
-  GroovePattern pattern;
-  pattern.timeSignature = reader.timeSignatureSnapshot();
-  pattern.division = reader.division();
-  pattern.drumNotesFound = reader.drumNotesFound();
-  pattern.lastDrumMeasure = reader.lastDrumMeasure();
-  pattern.lastDrumTick = reader.lastDrumTick();
-  return pattern;
-}
-
 }  // namespace
 
 const VerdictText& TextOf(Verdict verdict) {
@@ -72,7 +61,7 @@ GrooveJudgement ProveGroove(SmfReader& reader, const DiagnosticLog& log, const u
     judgement.failure = LoadFailure::kOutOfMemory;
   }
   if (judgement.failure != LoadFailure::kNone) {
-    judgement.pattern = PatternSoFar(reader);
+    judgement.pattern = PatternOf(reader);
     judgement.verdict = Verdict::kUnreadable;
     return judgement;
   }

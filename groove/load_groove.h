@@ -11,15 +11,24 @@
 
 namespace rw::groove {
 
+// What the reader holds of the groove so far; after a failed load, what
+// it reached.
 template <class Store>
-GroovePattern LoadGroove(BasicSmfReader<Store>& reader, int32_t /*measure: accepted, unused*/) {
+GroovePattern PatternOf(const BasicSmfReader<Store>& reader) {
   GroovePattern pattern;
-  pattern.loaded = reader.LoadTracks();
   pattern.timeSignature = reader.timeSignatureSnapshot();
   pattern.division = reader.division();
   pattern.drumNotesFound = reader.drumNotesFound();
   pattern.lastDrumMeasure = reader.lastDrumMeasure();
   pattern.lastDrumTick = reader.lastDrumTick();
+  return pattern;
+}
+
+template <class Store>
+GroovePattern LoadGroove(BasicSmfReader<Store>& reader, int32_t /*measure: accepted, unused*/) {
+  const bool loaded = reader.LoadTracks();
+  GroovePattern pattern = PatternOf(reader);
+  pattern.loaded = loaded;
   return pattern;
 }
 

@@ -30,16 +30,16 @@ std::optional<LoadedPart>& PartOf(Parts& parts, GroovePart part) {
 
 // The main groove, and each companion that is chosen and present. False
 // when one of them is refused (its message shown).
-bool LoadParts(const GenerateOptions& options, Parts& parts) {
+bool LoadParts(const GenerateOptions& options, groove::RegionMeter meter, Parts& parts) {
   const GrooveStyle& style = options.style;
-  PartOf(parts, GroovePart::kMain) = LoadPart(GroovePart::kMain, style, options.work);
+  PartOf(parts, GroovePart::kMain) = LoadPart(GroovePart::kMain, style, meter);
   if (!PartOf(parts, GroovePart::kMain)) return false;
   if (options.fillEvery > 0 && style.HasFill()) {
-    PartOf(parts, GroovePart::kFill) = LoadPart(GroovePart::kFill, style, options.work);
+    PartOf(parts, GroovePart::kFill) = LoadPart(GroovePart::kFill, style, meter);
     if (!PartOf(parts, GroovePart::kFill)) return false;
   }
   if (options.ending && style.HasEnding()) {
-    PartOf(parts, GroovePart::kEnding) = LoadPart(GroovePart::kEnding, style, options.work);
+    PartOf(parts, GroovePart::kEnding) = LoadPart(GroovePart::kEnding, style, meter);
     if (!PartOf(parts, GroovePart::kEnding)) return false;
   }
   return true;
@@ -47,13 +47,30 @@ bool LoadParts(const GenerateOptions& options, Parts& parts) {
 
 std::vector<Placement> Plan(const GenerateOptions& options, Parts& parts) {
   PhraseLengths lengths;
-  lengths.groove = PartOf(parts, GroovePart::kMain)->measures;
+  lengths.groove = PartOf(parts, GroovePart::kMain)->Measures();
   if (const auto& fill = PartOf(parts, GroovePart::kFill)) {
-    lengths.fill = fill->measures;
+    lengths.fill = fill->Measures();
     lengths.phrase = options.fillEvery;
   }
-  if (const auto& ending = PartOf(parts, GroovePart::kEnding)) lengths.ending = ending->measures;
+  if (const auto& ending = PartOf(parts, GroovePart::kEnding)) lengths.ending = ending->Measures();
   return PlanPlacements(options.work.startMeasure, options.work.endMeasure, lengths);
+}
+
+// Every part the plan places brings at least one drum note-on into the
+// measures it is placed in: each placement imports its part from the part's
+// start, so the longest placement shows what can be heard of it.
+bool PlacementsSoundDrums(const std::vector<Placement>& plan, const GenerateOptions& options,
+                          groove::RegionMeter meter, Parts& parts) {
+  for (auto& part : parts) {
+    if (!part) continue;
+    std::uint32_t longest = 0;
+    for (const Placement& placement : plan) {
+      if (placement.part != part->part) continue;
+      longest = std::max(longest, placement.lastMeasure - placement.firstMeasure + 1);
+    }
+    if (longest > 0 && !CoversItsDrums(*part, options.style, meter, longest)) return false;
+  }
+  return true;
 }
 
 // The staff that receives the groove: a new one at the bottom of the score,
@@ -115,9 +132,11 @@ bool GenerateGroove(const GenerateOptions& options) {
       !CheckExistingNotes(options.work, static_cast<std::uint16_t>(options.staffRow + 1))) {
     return false;
   }
+  const groove::RegionMeter meter = RegionMeterOf(options.work);
   Parts parts;
-  if (!LoadParts(options, parts)) return false;
+  if (!LoadParts(options, meter, parts)) return false;
   const std::vector<Placement> plan = Plan(options, parts);
+  if (!PlacementsSoundDrums(plan, options, meter, parts)) return false;
 
   // Every file the import will read is written and read back before the
   // score changes; the last one written stays in the file.

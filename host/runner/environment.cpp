@@ -40,6 +40,20 @@ fs::path inside(const fs::path& folder, const std::string& name) {
   return folder / file;
 }
 
+// A groove file's name may hold the subfolder of a style's fill or ending,
+// "Fills/Rock.mid" or "Endings/Rock.mid"; the subfolder is made.
+fs::path groove_file_path(const fs::path& grooves, const std::string& name) {
+  const fs::path relative = fs::u8path(name);
+  const fs::path sub = relative.parent_path();
+  if (sub.empty()) return inside(grooves, name);
+  const fs::path file = relative.filename();
+  if ((sub != "Fills" && sub != "Endings") || file.empty() || file == "." || file == "..") {
+    throw std::runtime_error("a groove file's folder is Fills or Endings: " + name);
+  }
+  fs::create_directories(grooves / sub);
+  return grooves / relative;
+}
+
 }  // namespace
 
 RunFolders prepare_folders(const Scenario& scenario) {
@@ -74,9 +88,8 @@ RunFolders prepare_folders(const Scenario& scenario) {
   }
   if (d.contains("groove_folder")) {
     const fs::path source = scenario.file.parent_path() / d["groove_folder"].get<std::string>();
-    for (const auto& entry : fs::directory_iterator(source)) {
-      if (entry.is_regular_file()) fs::copy_file(entry.path(), grooves / entry.path().filename());
-    }
+    // The styles with their Fills and Endings subfolders.
+    fs::copy(source, grooves, fs::copy_options::recursive);
   }
   add_groove_files(d.value("groove_files", json::array()), folders);
   for (const json& name : d.value("groove_dirs", json::array())) {
@@ -93,12 +106,12 @@ RunFolders prepare_folders(const Scenario& scenario) {
 
 void add_groove_files(const json& grooves, const RunFolders& folders) {
   for (const json& g : grooves) {
-    write_groove(g, inside(groove_folder(folders), g.at("name").get<std::string>()));
+    write_groove(g, groove_file_path(groove_folder(folders), g.at("name").get<std::string>()));
   }
 }
 
 void remove_groove_files(const std::vector<std::string>& names, const RunFolders& folders) {
-  for (const std::string& name : names) fs::remove(inside(groove_folder(folders), name));
+  for (const std::string& name : names) fs::remove(groove_file_path(groove_folder(folders), name));
 }
 
 json temp_files_after(const RunFolders& folders) {

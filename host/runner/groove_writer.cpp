@@ -1,8 +1,12 @@
 #include "groove_writer.h"
 
 #include <algorithm>
+#include <cctype>
 #include <cstdint>
 #include <fstream>
+#include <sstream>
+#include <stdexcept>
+#include <string>
 #include <vector>
 
 namespace cantel_host {
@@ -30,9 +34,34 @@ struct Event {
   Bytes bytes;
 };
 
+// "4D 54 68 64  // MThd": bytes in hex up to a comment.
+Bytes commented_bytes(const nlohmann::json& lines) {
+  Bytes out;
+  for (const auto& line : lines) {
+    std::istringstream words(line.get<std::string>());
+    for (std::string word; words >> word && word.rfind("//", 0) != 0;) {
+      if (word.size() != 2 || !std::isxdigit(static_cast<unsigned char>(word[0])) ||
+          !std::isxdigit(static_cast<unsigned char>(word[1]))) {
+        throw std::runtime_error("not a byte in hex: " + word);
+      }
+      out.push_back(static_cast<std::uint8_t>(std::stoul(word, nullptr, 16)));
+    }
+  }
+  return out;
+}
+
+void write(const std::filesystem::path& file, const Bytes& bytes) {
+  std::ofstream(file, std::ios::binary)
+      .write(reinterpret_cast<const char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
+}
+
 }  // namespace
 
 void write_groove(const nlohmann::json& groove, const std::filesystem::path& file) {
+  if (groove.contains("bytes")) {
+    write(file, commented_bytes(groove.at("bytes")));
+    return;
+  }
   const auto division = groove.value("division", std::uint16_t{480});
   const auto meter = groove.value("time_signature", std::vector<int>{4, 4});
   const auto channel = static_cast<std::uint8_t>(groove.value("channel", 9) & 0x0F);
@@ -75,8 +104,7 @@ void write_groove(const nlohmann::json& groove, const std::filesystem::path& fil
   out.insert(out.end(), {'M', 'T', 'r', 'k'});
   be(out, static_cast<std::uint32_t>(track.size()), 4);
   out.insert(out.end(), track.begin(), track.end());
-  std::ofstream(file, std::ios::binary)
-      .write(reinterpret_cast<const char*>(out.data()), static_cast<std::streamsize>(out.size()));
+  write(file, out);
 }
 
 }  // namespace cantel_host
