@@ -1,17 +1,26 @@
 // libFuzzer target over one groove load. Beyond what the sanitizers catch it
 // checks the reader's promises: no load shows more than 16 diagnostics,
-// nothing but the range-check failure escapes, and the fast store leaves
-// exactly what the literal in-place edits leave.
+// nothing but the range-check failure escapes, the fast store leaves exactly
+// what the literal in-place edits leave; and the command's: a groove it
+// would place is read by the reference host's own import, a reader written
+// apart from the plug-in's, with a drum note in the measures it covers.
+#include <algorithm>
 #include <cstdint>
 #include <cstdlib>
 #include <stdexcept>
 #include <string>
 #include <vector>
 
+#include "diagnostic_log.h"
+#include "groove_verdict.h"
 #include "literal_store.h"
 #include "load_groove.h"
 #include "smf_header_impl.h"
+#include "smf_reader.h"
 #include "track_parser_impl.h"
+
+// The host engine's import reader.
+#include "engine/smf_reader.h"
 
 namespace {
 
@@ -61,6 +70,39 @@ bool Same(const Outcome& a, const Outcome& b) {
          a.pattern.timeSignature.ticksPerMeasure == b.pattern.timeSignature.ticksPerMeasure;
 }
 
+// The command's verdict for measures of the groove's own meter, as many as
+// the groove is long; when it places the groove, the host's import must
+// find a drum note-on in the covered ticks of the filtered file.
+void CheckPlacedGroovesSound(const uint8_t* data, size_t size) {
+  std::vector<uint8_t> buffer(2 * size + 1);
+  std::copy(data, data + size, buffer.begin());
+  uint64_t fileSize = size;
+  rw::groove::DiagnosticLog log;
+  rw::groove::SmfReader reader(buffer.data(), &fileSize, 2 * size, log);
+  rw::groove::GrooveJudgement judgement =
+      rw::groove::ProveGroove(reader, log, buffer.data(), &fileSize);
+  if (judgement.verdict != rw::groove::Verdict::kPlaced) return;
+  const rw::groove::TimeMark& meter = judgement.pattern.timeSignature;
+  const int64_t length = int64_t{meter.ticksPerMeasure} * 1024 / judgement.pattern.division;
+  if (meter.numerator <= 0 || length % meter.numerator != 0 || length / meter.numerator > 32767) {
+    return;  // no score measure holds this meter
+  }
+  rw::groove::JudgePlacement(judgement,
+                             {meter.numerator, static_cast<int32_t>(length / meter.numerator)},
+                             judgement.grooveMeasures);
+  if (judgement.verdict != rw::groove::Verdict::kPlaced) return;
+
+  const cantel_engine::SmfResult imported =
+      cantel_engine::read_smf({buffer.begin(), buffer.begin() + static_cast<long>(fileSize)});
+  if (!imported.ok) std::abort();
+  const bool sounds =
+      std::any_of(imported.content.onsets.begin(), imported.content.onsets.end(),
+                  [&](const cantel_engine::SmfOnset& onset) {
+                    return onset.channel == 9 && onset.tick < judgement.coveredTicks;
+                  });
+  if (!sounds) std::abort();
+}
+
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
@@ -71,5 +113,6 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     const Outcome literal = LoadOnce<rw::groove::testing::LiteralStore>(data, size);
     if (!Same(fast, literal)) std::abort();
   }
+  CheckPlacedGroovesSound(data, size);
   return 0;
 }
