@@ -60,6 +60,9 @@ PartProof ProvePart(const std::u16string& path) {
   groove::SmfReader reader(proof.file->bytes.get(), &proof.file->size, proof.file->capacity, log);
   proof.judgement = groove::ProveGroove(reader, log, proof.file->bytes.get(), &proof.file->size);
   proof.readerBox = log.Text();
+  for (int key = 0; key < 128; ++key) {
+    if (reader.keyUsed(key)) proof.keys.push_back(key);
+  }
   return proof;
 }
 

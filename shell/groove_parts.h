@@ -8,6 +8,7 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "groove_file.h"
 #include "groove_verdict.h"
@@ -23,6 +24,7 @@ struct PartProof {
   std::optional<GrooveBuffer> file;  // the filtered file; none when it could not be read
   groove::GrooveJudgement judgement;
   std::string readerBox;
+  std::vector<int> keys;  // the drum keys the groove plays, ascending
 };
 PartProof ProvePart(const std::u16string& path);
 

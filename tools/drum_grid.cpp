@@ -128,7 +128,7 @@ class Picture {
     int row = 0;
     for (auto key = keys_.rbegin(); key != keys_.rend(); ++key, ++row) {
       Band(line, row, right);
-      Text(kMargin, RowTop(line, row) + 14, std::to_string(*key) + "  " + DrumKeyName(*key),
+      Text(kMargin, RowTop(line, row) + 14, std::to_string(*key) + "  " + groove::DrumKeyName(*key),
            "font-size=\"12\"");
     }
     if (slashRow_) {

@@ -54,7 +54,7 @@ void Verdict(std::ostream& out, const GrooveInspection& r) {
         << r.judgement.grooveMeasures << " measure(s) per repetition\n"
         << "  fits measures in " << JoinedNames(r.fits) << "\n  instruments:";
     for (std::size_t i = 0; i < r.instruments.size(); ++i) {
-      out << (i ? ", " : " ") << r.instruments[i] << " " << DrumKeyName(r.instruments[i]);
+      out << (i ? ", " : " ") << r.instruments[i] << " " << groove::DrumKeyName(r.instruments[i]);
     }
     out << "\n";
     if (!r.messages.empty()) {
@@ -139,7 +139,7 @@ std::string TextReport(const std::string& name, const GrooveInspection& r) {
     }
     if (!r.instruments.empty()) {
       out << "  drum keys:\n";
-      for (int key : r.instruments) out << "    " << key << "  " << DrumKeyName(key) << "\n";
+      for (int key : r.instruments) out << "    " << key << "  " << groove::DrumKeyName(key) << "\n";
     }
     if (r.drumTrackLacksMeter) {
       out << "  warning: the drum track has no time signature of its own, but the first track's "

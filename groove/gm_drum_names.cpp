@@ -2,7 +2,7 @@
 
 #include <array>
 
-namespace rw::tools {
+namespace rw::groove {
 namespace {
 
 constexpr int kFirstKey = 35;
@@ -63,4 +63,4 @@ std::string DrumKeyName(int key) {
   return "key " + std::to_string(key);
 }
 
-}  // namespace rw::tools
+}  // namespace rw::groove
