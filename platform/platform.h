@@ -85,5 +85,7 @@ bool FindNextFileW(FindHandle search, FindData* found);
 bool DeleteFileW(const char16_t* path);
 // The C runtime's wide-character open; use the standard stdio calls after it.
 std::FILE* OpenFileW(const char16_t* path, const char* mode);
+// Flushes an open file and cuts it to `size` bytes.
+bool TruncateFile(std::FILE* file, std::uint64_t size);
 
 }  // namespace rw::platform

@@ -102,7 +102,7 @@ void Place(const std::vector<Placement>& plan, std::uint16_t slot, Parts& parts,
   for (const Placement& placement : plan) {
     if (placement.part != inFile) {
       // Written and read back once already, before the score changed.
-      if (!temporary.Write(PartOf(parts, placement.part)->file)) return;
+      if (!temporary.Rewrite(PartOf(parts, placement.part)->file)) return;
       inFile = placement.part;
     }
     ERegion place{};

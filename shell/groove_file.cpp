@@ -54,16 +54,32 @@ bool TemporaryGrooveFile::Write(const GrooveBuffer& groove) {
   const std::u16string path = folder_ + kTemporaryFileName;
   if (path.size() >= CX_PATH_UNITS) return false;
 
-  File file(platform::OpenFileW(path.c_str(), "wb"));
-  if (!file) return false;
   path_ = path;
+  if (WriteWhole(groove) && ReadsBack(groove)) return true;
+  Delete();
+  return false;
+}
+
+bool TemporaryGrooveFile::Rewrite(const GrooveBuffer& groove) {
+  if (!written_) return false;
+  // Written over and cut to size: a phrase changes the file hundreds of
+  // times, and emptying a file first costs far more than cutting its tail.
+  File file(platform::OpenFileW(path_.c_str(), "r+b"));
+  const std::size_t size = static_cast<std::size_t>(groove.size);
+  const bool whole = file && std::fwrite(groove.bytes.get(), 1, size, file.get()) == size &&
+                     platform::TruncateFile(file.get(), groove.size);
+  if (file && std::fclose(file.release()) == 0 && whole) return true;
+  Delete();
+  return false;
+}
+
+bool TemporaryGrooveFile::WriteWhole(const GrooveBuffer& groove) {
+  File file(platform::OpenFileW(path_.c_str(), "wb"));
+  if (!file) return false;
   written_ = true;
   const std::size_t size = static_cast<std::size_t>(groove.size);
   const bool whole = std::fwrite(groove.bytes.get(), 1, size, file.get()) == size;
-  const bool closed = std::fclose(file.release()) == 0;
-  if (whole && closed && ReadsBack(groove)) return true;
-  Delete();
-  return false;
+  return std::fclose(file.release()) == 0 && whole;
 }
 
 // What the import will read is what was meant to be written: a full disk or

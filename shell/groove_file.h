@@ -37,6 +37,8 @@ class TemporaryGrooveFile {
   // written whole and read back the same (what was written is removed at
   // once).
   bool Write(const GrooveBuffer& groove);
+  // Writes another groove over one written before, without reading it back.
+  bool Rewrite(const GrooveBuffer& groove);
   void Delete();
   // The zero-terminated path, as the import block carries it.
   const std::u16string& Path() const { return path_; }
@@ -44,6 +46,7 @@ class TemporaryGrooveFile {
   const std::u16string& Folder() const { return folder_; }
 
  private:
+  bool WriteWhole(const GrooveBuffer& groove);
   bool ReadsBack(const GrooveBuffer& groove) const;
 
   std::u16string folder_;

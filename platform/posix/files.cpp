@@ -1,3 +1,5 @@
+#include <unistd.h>
+
 #include <algorithm>
 #include <cstdio>
 #include <filesystem>
@@ -122,6 +124,11 @@ bool DeleteFileW(const char16_t* path) {
 std::FILE* OpenFileW(const char16_t* path, const char* mode) {
   if (path == nullptr || mode == nullptr) return nullptr;
   return std::fopen(NativePath(path).c_str(), mode);
+}
+
+bool TruncateFile(std::FILE* file, std::uint64_t size) {
+  if (file == nullptr || std::fflush(file) != 0) return false;
+  return ::ftruncate(::fileno(file), static_cast<off_t>(size)) == 0;
 }
 
 }  // namespace rw::platform

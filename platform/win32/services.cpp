@@ -1,4 +1,5 @@
 // Strings, registry and files: the system's own calls.
+#include <io.h>
 #include <windows.h>
 
 #include <cstdio>
@@ -29,8 +30,8 @@ long RegOpenKeyExA(const char* subKey, std::uint32_t options, std::uint32_t acce
   return status;
 }
 
-long RegQueryValueExA(RegistryKey key, const char* name, std::uint32_t* type,
-                      std::uint8_t* data, std::uint32_t* size) {
+long RegQueryValueExA(RegistryKey key, const char* name, std::uint32_t* type, std::uint8_t* data,
+                      std::uint32_t* size) {
   DWORD valueType = 0;
   DWORD length = size != nullptr ? *size : 0;
   const LSTATUS status =
@@ -40,8 +41,8 @@ long RegQueryValueExA(RegistryKey key, const char* name, std::uint32_t* type,
   return status;
 }
 
-long RegSetValueExA(RegistryKey key, const char* name, std::uint32_t type,
-                    const std::uint8_t* data, std::uint32_t size) {
+long RegSetValueExA(RegistryKey key, const char* name, std::uint32_t type, const std::uint8_t* data,
+                    std::uint32_t size) {
   return ::RegSetValueExA(static_cast<HKEY>(key), name, 0, type, data, size);
 }
 
@@ -82,6 +83,11 @@ std::FILE* OpenFileW(const char16_t* path, const char* mode) {
     wideMode[i] = static_cast<wchar_t>(mode[i]);
   }
   return ::_wfopen(reinterpret_cast<const wchar_t*>(path), wideMode);
+}
+
+bool TruncateFile(std::FILE* file, std::uint64_t size) {
+  if (file == nullptr || std::fflush(file) != 0) return false;
+  return ::_chsize_s(::_fileno(file), static_cast<long long>(size)) == 0;
 }
 
 }  // namespace rw::platform

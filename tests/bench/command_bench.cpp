@@ -1,12 +1,14 @@
 // The plug-in's own time for one command, through the reference host in
-// process: a run over a 1,000-measure score, and the dialog's opening on a
-// groove folder of 10,000 files. The host's MIDI import is not the plug-in's
+// process: a run over a 1,000-measure score, plain and with a fill every 4
+// measures and an ending, and the dialog's opening on a groove folder of
+// 10,000 files. The host's MIDI import is not the plug-in's
 // time, so the command runs against the host build that lacks the import.
 #include <benchmark/benchmark.h>
 #include <cantel_engine/document.h>
 #include <dlfcn.h>
 
 #include <cstdint>
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <stdexcept>
@@ -40,19 +42,64 @@ void WriteGroove(const fs::path& file) {
   }
   track.insert(track.end(), {0x00, 0xFF, 0x2F, 0x00});
   std::ofstream out(file, std::ios::binary);
-  const std::uint8_t header[] = {'M', 'T', 'h', 'd', 0, 0, 0, 6, 0, 0, 0, 1, 0x01, 0xE0,
-                                 'M', 'T', 'r', 'k', 0, 0, static_cast<std::uint8_t>(track.size() >> 8),
+  const std::uint8_t header[] = {'M',
+                                 'T',
+                                 'h',
+                                 'd',
+                                 0,
+                                 0,
+                                 0,
+                                 6,
+                                 0,
+                                 0,
+                                 0,
+                                 1,
+                                 0x01,
+                                 0xE0,
+                                 'M',
+                                 'T',
+                                 'r',
+                                 'k',
+                                 0,
+                                 0,
+                                 static_cast<std::uint8_t>(track.size() >> 8),
                                  static_cast<std::uint8_t>(track.size() & 0xFF)};
   out.write(reinterpret_cast<const char*>(header), sizeof header);
-  out.write(reinterpret_cast<const char*>(track.data()), static_cast<std::streamsize>(track.size()));
+  out.write(reinterpret_cast<const char*>(track.data()),
+            static_cast<std::streamsize>(track.size()));
 }
 
-fs::path ComponentFiles(const std::string& name, int extraFiles) {
+// The stored choices every run starts from, read at the module's first
+// opening: a fill every 4 measures and the ending. Styles without companions
+// ignore them.
+void StorePhraseChoices() {
+  static const bool stored = [] {
+    const fs::path config = fs::temp_directory_path() / "rw-bench-config";
+    fs::create_directories(config / "HarpWorks");
+    const std::uint8_t fill[] = {4, 0, 0, 0};
+    const std::uint8_t ending[] = {1, 0, 0, 0};
+    std::ofstream(config / "HarpWorks" / "rhythmweaveFill", std::ios::binary)
+        .write(reinterpret_cast<const char*>(fill), sizeof fill);
+    std::ofstream(config / "HarpWorks" / "rhythmweaveEnding", std::ios::binary)
+        .write(reinterpret_cast<const char*>(ending), sizeof ending);
+    return ::setenv("XDG_CONFIG_HOME", config.c_str(), 1) == 0;
+  }();
+  if (!stored) throw std::runtime_error("cannot store the phrase choices");
+}
+
+fs::path ComponentFiles(const std::string& name, int extraFiles, bool companions = false) {
+  StorePhraseChoices();
   const fs::path root = fs::temp_directory_path() / ("rw-bench-" + name);
   const fs::path grooves = root / "Rhythm Weave";
   if (!fs::exists(grooves / "Groove.mid")) {
     fs::create_directories(grooves);
     WriteGroove(grooves / "Groove.mid");
+    if (companions) {
+      fs::create_directories(grooves / "Fills");
+      fs::create_directories(grooves / "Endings");
+      WriteGroove(grooves / "Fills" / "Groove.mid");
+      WriteGroove(grooves / "Endings" / "Groove.mid");
+    }
     for (int i = 0; i < extraFiles; ++i) {
       std::ofstream(grooves / ("Style " + std::to_string(i) + ".mid")) << "MThd";
     }
@@ -81,14 +128,14 @@ void PrepareDocument(std::uint16_t measures, const fs::path& components) {
   doc.set_path(CX_PATH_TEMPORARY, (fs::temp_directory_path() / "").string());
 }
 
-void CommandOverAThousandMeasures(benchmark::State& state) {
-  const fs::path components = ComponentFiles("command", 0);
+void CommandOverAThousandMeasures(benchmark::State& state, const fs::path& components) {
   const ERegion region = WholeScore(2, 1000);
   for (auto _ : state) {
     state.PauseTiming();
     PrepareDocument(1000, components);
     cantel_engine::document().script_answers({CX_ID_YES});
-    cantel_engine::DialogAction style{cantel_engine::DialogAction::Kind::ChooseStyle, 0, -1, "Groove"};
+    cantel_engine::DialogAction style{cantel_engine::DialogAction::Kind::ChooseStyle, 0, -1,
+                                      "Groove"};
     cantel_engine::DialogAction newStaff{cantel_engine::DialogAction::Kind::Click, 21, -1, ""};
     cantel_engine::DialogAction ok{cantel_engine::DialogAction::Kind::Click, 1, -1, ""};
     cantel_engine::document().script_dialog({style, newStaff, ok});
@@ -97,7 +144,14 @@ void CommandOverAThousandMeasures(benchmark::State& state) {
     if (result != 1) state.SkipWithError("the command did not run to its end");
   }
 }
-BENCHMARK(CommandOverAThousandMeasures)->Unit(benchmark::kMillisecond);
+// One placement per measure of the one-measure groove.
+BENCHMARK_CAPTURE(CommandOverAThousandMeasures, Plain, ComponentFiles("command", 0))
+    ->Unit(benchmark::kMillisecond);
+// The same with the part changing at every fill: in each of 249 phrases
+// three measures of the groove and the fill, then the ending.
+BENCHMARK_CAPTURE(CommandOverAThousandMeasures, FillEveryFourAndAnEnding,
+                  ComponentFiles("phrases", 0, true))
+    ->Unit(benchmark::kMillisecond);
 
 void DialogOpeningOnTenThousandGrooves(benchmark::State& state) {
   const fs::path components = ComponentFiles("folder", 10000);
