@@ -321,30 +321,32 @@ void BasicSmfReader<Store>::SilenceRun(WindowRun& run) {
   do {
     if (in[0] < 0x80) {
       const uint8_t next = in[1];
-      if (next < 0x80) {
-        if (!growsRunning() || !room()) break;
+      if (silenced(next)) {
+        if (!detail::OneDataByte(next)) {
+          take(One{}, Keeps{}, next, in[0]);
+        } else if (room()) {
+          take(One{}, Grows{}, next, in[0]);
+        } else {
+          break;
+        }
+      } else if (next < 0x80 && growsRunning() && room()) {
         takeRunning(One{}, in[0]);
-      } else if (!silenced(next)) {
-        break;
-      } else if (!detail::OneDataByte(next)) {
-        take(One{}, Keeps{}, next, in[0]);
-      } else if (room()) {
-        take(One{}, Grows{}, next, in[0]);
       } else {
         break;
       }
     } else if (in[1] < 0x80) {
       const uint8_t next = in[2];
       const uint32_t delta = (in[0] & 0x7Fu) << 7 | in[1];
-      if (next < 0x80) {
-        if (!growsRunning() || !room()) break;
+      if (silenced(next)) {
+        if (!detail::OneDataByte(next)) {
+          take(Two{}, Keeps{}, next, delta);
+        } else if (room()) {
+          take(Two{}, Grows{}, next, delta);
+        } else {
+          break;
+        }
+      } else if (next < 0x80 && growsRunning() && room()) {
         takeRunning(Two{}, delta);
-      } else if (!silenced(next)) {
-        break;
-      } else if (!detail::OneDataByte(next)) {
-        take(Two{}, Keeps{}, next, delta);
-      } else if (room()) {
-        take(Two{}, Grows{}, next, delta);
       } else {
         break;
       }
