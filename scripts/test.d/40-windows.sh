@@ -57,8 +57,8 @@ done
 
 # The opened dialog in each language: the picture before the first action.
 shots=$(mktemp -d)
-for pair in en:whole_measures_open_the_dialog ja:native_only/language_japanese_dialog_opens_in_japanese \
-            pl:native_only/language_polish_ok_without_style sv:language_swedish_meter_refused; do
+for pair in en:whole_measures_open_the_dialog ja:language_japanese_dialog_opens_in_japanese \
+            pl:language_polish_ok_without_style sv:language_swedish_meter_refused; do
   language=${pair%%:*}
   scenario=tests/scenarios/${pair#*:}.json
   # The dialog's font has no Japanese glyphs. A Japanese system links it to
