@@ -37,7 +37,9 @@
   S(30, "Rhythm Weave could not write its temporary file in this folder:\n\n%s\n\nNothing was "   \
         "changed. Check that the folder exists and that you may write to it.")                    \
   S(31, "The fill of this style cannot be used: %s")                                              \
-  S(32, "The ending of this style cannot be used: %s")
+  S(32, "The ending of this style cannot be used: %s")                                            \
+  S(38, "Drums")                                                                                  \
+  S(39, "Dr.")
 
 #define RW_DLG_CAPTION "Rhythm Weave"
 #define RW_DLG_STYLE " &Style "

@@ -35,7 +35,9 @@
   S(30, "Rhythm Weave nie mógł zapisać pliku tymczasowego w tym folderze:\n\n%s\n\n"              \
         "Nic nie zostało zmienione. Sprawdź, czy folder istnieje i czy masz prawo do zapisu w nim.") \
   S(31, "Nie można użyć przejścia tego stylu: %s")                                                \
-  S(32, "Nie można użyć zakończenia tego stylu: %s")
+  S(32, "Nie można użyć zakończenia tego stylu: %s")                                              \
+  S(38, "Perkusja")                                                                               \
+  S(39, "Perk.")
 
 #define RW_DLG_CAPTION "Rhythm Weave"
 #define RW_DLG_STYLE " &Styl "

@@ -35,7 +35,9 @@
   S(30, "Rhythm Weave kunde inte skriva sin tillfälliga fil i den här mappen:\n\n%s\n\n"          \
         "Ingenting har ändrats. Kontrollera att mappen finns och att du får skriva i den.")       \
   S(31, "Stilens break kan inte användas: %s")                                                    \
-  S(32, "Stilens avslutning kan inte användas: %s")
+  S(32, "Stilens avslutning kan inte användas: %s")                                               \
+  S(38, "Trummor")                                                                                \
+  S(39, "Tr.")
 
 #define RW_DLG_CAPTION "Rhythm Weave"
 #define RW_DLG_STYLE " &Stil "
