@@ -20,15 +20,8 @@ constexpr std::uint32_t kStringDoesNotFit = 43;
 constexpr std::uint32_t kStringDrumsAfter = 44;
 constexpr std::uint32_t kStringInstruments = 45;
 constexpr std::uint32_t kStringCannotRead = 46;
-constexpr std::size_t kTextCapacity = 512;
 // About two lines of the description; the rest of the drums is counted.
 constexpr std::size_t kInstrumentsBudget = 72;
-
-std::u16string Loaded(std::uint32_t id) {
-  char16_t text[kTextCapacity];
-  LoadStringResource(id, text, kTextCapacity);
-  return text;
-}
 
 // `text` with each "%1", "%2", ... replaced by that argument, so that a
 // translation may put them in its own order.
@@ -74,7 +67,7 @@ std::u16string Instruments(const std::vector<int>& keys) {
     ++shown;
   }
   if (shown < keys.size()) names += u" +" + Number(static_cast<std::int64_t>(keys.size() - shown));
-  return Substituted(Loaded(kStringInstruments), {names});
+  return Substituted(StringResource(kStringInstruments), {names});
 }
 
 // What the command would conclude, after the groove's meter and length.
@@ -82,11 +75,11 @@ std::u16string Conclusion(const StyleInfo& info, groove::RegionMeter selected) {
   const std::u16string meter = MeterText(selected);
   switch (info.verdict) {
     case groove::Verdict::kPlaced:
-      return Substituted(Loaded(kStringFits), {meter});
+      return Substituted(StringResource(kStringFits), {meter});
     case groove::Verdict::kDrumsAfterRegion:
-      return Loaded(kStringDrumsAfter);
+      return StringResource(kStringDrumsAfter);
     default:
-      return Substituted(Loaded(kStringDoesNotFit), {meter});
+      return Substituted(StringResource(kStringDoesNotFit), {meter});
   }
 }
 
@@ -100,17 +93,17 @@ std::u16string StyleInfoLine(const GrooveStyle& style, const StyleInfo& info,
     case groove::Verdict::kMeterMismatch:
     case groove::Verdict::kDrumsAfterRegion: {
       const std::uint32_t length = info.measures == 1 ? kStringOneMeasure : kStringLength;
-      text += Substituted(Loaded(length),
+      text += Substituted(StringResource(length),
                           {GrooveMeter(info), Number(info.measures), Conclusion(info, selected)});
       return text + u"\n" + Instruments(info.keys);
     }
     case groove::Verdict::kReaderStopped:
-      return text + Substituted(Loaded(kStringCannotRead), {Widened(info.readerProblem)});
+      return text + Substituted(StringResource(kStringCannotRead), {Widened(info.readerProblem)});
     case groove::Verdict::kUnreadable:
     case groove::Verdict::kNoDrumNotes:
       break;
   }
-  return text + Loaded(info.messageId);
+  return text + StringResource(info.messageId);
 }
 
 void ShowStyleInfoLine(void* dialog, const std::u16string& text) {

@@ -1,21 +1,13 @@
-/* Dialog 102 in Japanese, in dialog units of "MS UI Gothic" 9, the Japanese
- * interface font: the English layout (en.h) with wider buttons for
- * "キャンセル(&C)" and a taller note. */
-#define RW_LAYOUT_SIZE 366, 236
-#define RW_LAYOUT_FONT 9, "MS UI Gothic", 0, 0, 0x80
+/* Dialog 102 in Japanese: the English layout (en.h) in "MS UI Gothic" 9, the
+ * Japanese interface font, with wider buttons for "キャンセル(&C)" and a
+ * taller note. */
+#include "en.h"
 
-#define RW_AT_STYLE_GROUP 7, 7, 152, 222
-#define RW_AT_STYLE_LIST 14, 19, 138, 204
-#define RW_AT_PLACE_GROUP 167, 7, 192, 60
-#define RW_AT_NEW_STAFF 175, 19, 176, 10
-#define RW_AT_EXISTING_STAFF 175, 33, 176, 10
-#define RW_AT_STAFF_LIST 187, 46, RW_STAFF_LIST_WIDTH, 120
-#define RW_AT_GENERATE_LABEL 167, 77, 46, 8
-#define RW_AT_GENERATE_LIST 215, 75, 144, 80
-#define RW_AT_FILL_LABEL 167, 94, 46, 8
-#define RW_AT_FILL_LIST 215, 92, 72, 80
-#define RW_AT_ENDING 215, 109, 144, 10
-#define RW_AT_STYLE_INFO 167, 125, 192, 50
+#undef RW_LAYOUT_FONT
+#undef RW_AT_OK
+#undef RW_AT_CANCEL
+#undef RW_AT_NOTE
+#define RW_LAYOUT_FONT 9, "MS UI Gothic", 0, 0, 0x80
 #define RW_AT_OK 188, 180, 70, 14
 #define RW_AT_CANCEL 268, 180, 70, 14
 #define RW_AT_NOTE 167, 199, 192, 34
