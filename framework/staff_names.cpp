@@ -48,6 +48,17 @@ bool HasStaffAbbreviatedName(const CStaffSpec& spec) {
   return NameLoads(spec.AbbreviatedNameBlock());
 }
 
+bool SetStaffNames(std::uint16_t staff, const char16_t* fullName, const char16_t* abbreviatedName) {
+  CStaffSpec spec;
+  if (spec.Load(staff, CX_INTERFACE_VERSION) == 0) return false;
+  const std::uint16_t full = CreateTextBlock(fullName);
+  const std::uint16_t abbreviated = full != 0 ? CreateTextBlock(abbreviatedName) : 0;
+  if (abbreviated == 0) return false;
+  cx_put_u16(spec.Data(), CX_STAFF_SPEC_FULL_NAME, full);
+  cx_put_u16(spec.Data(), CX_STAFF_SPEC_ABBREVIATED_NAME, abbreviated);
+  return spec.Save(staff, CX_INTERFACE_VERSION) != 0;
+}
+
 eu16string StaffDisplayName(const CStaffSpec& spec) {
   CUTextObject text;
   if (GetStaffFullName(spec, text) == 0) return MakePlainText(text);

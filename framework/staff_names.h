@@ -22,4 +22,9 @@ bool HasStaffAbbreviatedName(const CStaffSpec& spec);
 // else "[Staff n]", tags reduced to plain text.
 eu16string StaffDisplayName(const CStaffSpec& spec);
 
+// Gives `staff` a full and an abbreviated name of its own, as texts shown by
+// text blocks that its specification names. False, and the specification
+// unchanged, when the host refused a text, a block or the specification.
+bool SetStaffNames(std::uint16_t staff, const char16_t* fullName, const char16_t* abbreviatedName);
+
 }  // namespace rw

@@ -7,6 +7,8 @@
 
 namespace rw {
 namespace {
+constexpr std::size_t kStringCapacity = 1024;
+
 int CapacityArgument(std::size_t capacity) {
   return static_cast<int>(std::min<std::size_t>(capacity, INT_MAX));
 }
@@ -26,6 +28,11 @@ char* LoadStringResourceA(std::uint32_t id, char* buffer, std::size_t capacity) 
   platform::LoadStringA(platform::OwnModule(), id, buffer, CapacityArgument(capacity));
   buffer[capacity - 1] = 0;
   return buffer;
+}
+
+std::u16string StringResource(std::uint32_t id) {
+  char16_t text[kStringCapacity];
+  return LoadStringResource(id, text, kStringCapacity);
 }
 
 void LoadStringField(std::uint32_t id, char16_t* field, std::size_t capacity) {

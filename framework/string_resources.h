@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <string>
 
 namespace rw {
 
@@ -12,6 +13,10 @@ namespace rw {
 char16_t* LoadStringResource(std::uint32_t id, char16_t* buffer, std::size_t capacity);
 // The 8-bit twin (UTF-8 outside Windows).
 char* LoadStringResourceA(std::uint32_t id, char* buffer, std::size_t capacity);
+
+// String `id` in the current language as a string of its own (at most 1023
+// units, as a message box shows).
+std::u16string StringResource(std::uint32_t id);
 
 // The truncating load of a fixed field: cleared whole first, at most
 // capacity - 1 units copied, the last unit forced to 0.

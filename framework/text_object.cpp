@@ -123,4 +123,17 @@ std::uint16_t CExpressionText::GetFontInfo(std::uint16_t* fontInfo, int index) {
 
 void SetText(CUTextObject& object, const char16_t* text) { object.SetText(text); }
 
+std::uint16_t CreateTextBlock(const char16_t* text) {
+  CUTextObject object;
+  object.SetText(text);
+  const std::uint16_t textNumber = object.Create();
+  if (textNumber == 0) return 0;
+  std::uint8_t block[CX_TEXT_BLOCK_SIZE] = {};
+  cx_put_u16(block, CX_TEXT_BLOCK_TEXT, textNumber);
+  std::uint16_t number = CX_NUMBER_ANY;
+  std::uint16_t sub = 0;
+  if (!CreateRecord(CX_TAG_TEXT_BLOCK, number, sub, block, CX_TEXT_BLOCK_SIZE)) return 0;
+  return number == CX_NUMBER_ANY ? 0 : number;
+}
+
 }  // namespace rw

@@ -70,4 +70,9 @@ class CExpressionText : public CUTextObject {
 // The free form the callers use.
 void SetText(CUTextObject& object, const char16_t* text);
 
+// A new text "lbxt" holding `text` and a new text block "XTOS" showing it,
+// both numbered by the host, as a staff's names are kept. Answers the
+// block's number, or 0 when the host refused either.
+std::uint16_t CreateTextBlock(const char16_t* text);
+
 }  // namespace rw

@@ -9,11 +9,19 @@
 #define RW_ID_CANCEL 2
 #define RW_ID_NEW_STAFF 21      /* radio "New Staff at Bottom of Score" */
 #define RW_ID_EXISTING_STAFF 22 /* radio "Existing Staff:" */
+#define RW_ID_ENDING 23         /* check box "End with the ending" */
 #define RW_ID_GENERATE_LIST 1019
 #define RW_ID_STAFF_LIST 1020
+#define RW_ID_FILL_LIST 1021 /* "Fill every:" */
 #define RW_ID_STYLE_LIST 2002
 #define RW_ID_GENERATE_LABEL 2003
 #define RW_ID_STYLE_GROUP 2004
 #define RW_ID_NOTE 2006
+#define RW_ID_STYLE_INFO 2007 /* what the selected style is and whether it fits */
+#define RW_ID_FILL_LABEL 2008
+
+/* The staff list is as wide in every language: room for 24 characters and
+ * its button. The plug-in widens its drop-down from this for longer names. */
+#define RW_STAFF_LIST_WIDTH 112
 
 #endif

@@ -8,7 +8,7 @@ packages=(
   libgtest-dev libgmock-dev libbenchmark-dev nlohmann-json3-dev
   clang libclang-rt-14-dev
   g++-mingw-w64-x86-64-posix binutils-mingw-w64-x86-64
-  wine wine64 xvfb xauth fonts-ipafont-gothic
+  wine wine64 xvfb xauth fonts-wine fonts-ipafont-gothic
   zip unzip python3
 )
 

@@ -6,12 +6,16 @@
 
 #include "dialog_ids.h"
 #include "generate.h"
+#include "groove_parts.h"
 #include "host_api.h"
 #include "module_state.h"
 #include "notation_styles.h"
+#include "phrase_controls.h"
 #include "region_checks.h"
 #include "settings.h"
 #include "staff_list_fill.h"
+#include "style_info.h"
+#include "style_info_line.h"
 #include "style_library.h"
 #include "user_messages.h"
 
@@ -53,6 +57,8 @@ void OnInitDialog(void* dialog, CommandRun& run, RememberedChoices& choices) {
   }
   FillStaffList(dialog, run.document);
   run.styles = FillStyleLibrary(dialog, choices.notationRow);
+  run.phrase = PhraseControls{};  // the template offers neither, whatever the last opening did
+  if (!run.styles.empty()) FillPhraseControls(dialog, run.phrase, choices);
   // The region's meters cannot change while the dialog is open, so they are
   // checked once, here.
   run.regionAccepted = !run.styles.empty() && CheckTimeSignatures(run.work);
@@ -62,7 +68,8 @@ void OnInitDialog(void* dialog, CommandRun& run, RememberedChoices& choices) {
   }
 }
 
-void SaveDialogChoices(void* dialog, std::uint32_t* data, RememberedChoices& choices) {
+void SaveDialogChoices(void* dialog, std::uint32_t* data, CommandRun& run,
+                       RememberedChoices& choices) {
   *data = 0;
   if (host::CX_GetDlgCntlVal_UTF16(dialog, RW_ID_NEW_STAFF, nullptr, 0, kVersion) != 0) {
     *data |= kFlagNewStaff;
@@ -70,6 +77,11 @@ void SaveDialogChoices(void* dialog, std::uint32_t* data, RememberedChoices& cho
   choices.styleRow = Selection(dialog, RW_ID_STYLE_LIST, CX_LB_GETCURSEL);
   choices.staffRow = Selection(dialog, RW_ID_STAFF_LIST, CX_CB_GETCURSEL);
   choices.notationRow = Selection(dialog, RW_ID_GENERATE_LIST, CX_CB_GETCURSEL);
+  if (!run.styles.empty()) {
+    ReadPhrase(dialog, run.phrase);
+    choices.fillEvery = run.phrase.fillEvery;
+    choices.ending = run.phrase.ending;
+  }
   SaveStoredChoices(*data, choices);
 }
 
@@ -90,7 +102,7 @@ GenerateOptions OptionsOf(const CommandRun& run, const RememberedChoices& choice
 
 // Answers whether the message was handled.
 bool OnOk(void* dialog, std::uint32_t* data, CommandRun& run, RememberedChoices& choices) {
-  SaveDialogChoices(dialog, data, choices);
+  SaveDialogChoices(dialog, data, run, choices);
   if (choices.styleRow < 0) {
     ShowMessage(kStringNoStyle, CX_MB_STOP);
     return true;
@@ -123,8 +135,33 @@ bool OnOk(void* dialog, std::uint32_t* data, CommandRun& run, RememberedChoices&
   return true;
 }
 
-bool OnCommand(void* dialog, int control, std::uint32_t* data) {
+// The user chose another style: what it is and whether it fits, and the
+// phrase controls it has companions for. Found afresh at every choice, since
+// the files may change while the dialog is open.
+void OnStyleChosen(void* dialog, CommandRun& run) {
+  const std::int32_t row = Selection(dialog, RW_ID_STYLE_LIST, CX_LB_GETCURSEL);
+  if (row < 0 || static_cast<std::size_t>(row) >= run.styles.size()) {
+    ShowStyleInfoLine(dialog, u"");
+    OfferPhrase(dialog, run.phrase, false, false);
+    return;
+  }
+  const GrooveStyle& style = run.styles[static_cast<std::size_t>(row)];
+  const StyleInfo info = DescribeStyle(style, run.work);
+  ShowStyleInfoLine(dialog, StyleInfoLine(style, info, RegionMeterOf(run.work)));
+  OfferPhrase(dialog, run.phrase, info.hasFill, info.hasEnding);
+}
+
+bool OnCommand(void* dialog, int control, std::uint32_t notification, std::uint32_t* data) {
+  CommandRun& run = moduleState.run;
   switch (control) {
+    case RW_ID_STYLE_LIST:
+      if (notification != CX_LBN_SELCHANGE) return false;
+      OnStyleChosen(dialog, run);
+      return true;
+    case RW_ID_ENDING:
+      if (notification != CX_BN_CLICKED) return false;
+      ToggleEnding(dialog, run.phrase);
+      return true;
     case RW_ID_NEW_STAFF:
       SetCheck(dialog, RW_ID_NEW_STAFF, 1);
       SetCheck(dialog, RW_ID_EXISTING_STAFF, 0);
@@ -141,7 +178,7 @@ bool OnCommand(void* dialog, int control, std::uint32_t* data) {
       EndDialog(dialog);
       return true;
     case RW_ID_OK:
-      return OnOk(dialog, data, moduleState.run, moduleState.choices);
+      return OnOk(dialog, data, run, moduleState.choices);
     default:
       return false;
   }
@@ -174,6 +211,7 @@ std::uint8_t DialogProcedure(void* dialog, std::uint32_t message, std::uint64_t 
         // Without the data word there is nowhere to keep the user's choices.
         std::uint32_t scratch = 0;
         return OnCommand(dialog, static_cast<int>(wparam & 0xFFFF),
+                         static_cast<std::uint32_t>((wparam >> 16) & 0xFFFF),
                          data != nullptr ? data : &scratch)
                    ? 1
                    : 0;

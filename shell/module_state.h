@@ -30,6 +30,16 @@ struct RememberedChoices {
   bool ending = false;                          // the region closes with the style's ending
 };
 
+// The phrase controls of the open dialog (phrase_controls.h): the user's
+// choice in this opening, and which of the two controls the selected style
+// offers.
+struct PhraseControls {
+  std::uint32_t fillEvery = 0;
+  bool ending = false;
+  bool fillOffered = false;
+  bool endingOffered = false;
+};
+
 // One run of the command, from invoke to its return.
 struct CommandRun {
   const ERegion* selection = nullptr;  // the host's own, null when nothing is selected
@@ -42,6 +52,7 @@ struct CommandRun {
   StyleLibrary styles;          // row n of the style list is entry n
   bool regionAccepted = false;  // the region's meters passed at the opening
   bool timerPending = false;    // the close timer is armed
+  PhraseControls phrase;
 };
 
 inline constexpr std::size_t kMenuNameSize = 64;

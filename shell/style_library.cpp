@@ -62,14 +62,16 @@ StyleLibrary FindStyles() {
   return styles;
 }
 
+// In UTF-16, as every list is: 8-bit texts would pass through the system's
+// code page, which need not be the language's.
 void FillGenerateList(void* dialog, std::int32_t notationRow) {
   for (const NotationStyleRow& style : NotationStyles()) {
-    char text[kNotationTextCapacity];
-    LoadStringResourceA(style.stringId, text, sizeof text);
-    host::SendDlgItemMessageA(dialog, RW_ID_GENERATE_LIST, CX_CB_ADDSTRING, 0, TextArgument(text));
+    char16_t text[kNotationTextCapacity];
+    LoadStringResource(style.stringId, text, kNotationTextCapacity);
+    SendToList(dialog, RW_ID_GENERATE_LIST, CX_CB_ADDSTRING, 0, TextArgument(text));
   }
-  host::SendDlgItemMessageA(dialog, RW_ID_GENERATE_LIST, CX_CB_SETCURSEL,
-                            static_cast<std::uint64_t>(static_cast<std::int64_t>(notationRow)), 0);
+  SendToList(dialog, RW_ID_GENERATE_LIST, CX_CB_SETCURSEL,
+             static_cast<std::uint64_t>(static_cast<std::int64_t>(notationRow)));
 }
 
 bool Readable(const std::u16string& path) {

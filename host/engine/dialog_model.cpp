@@ -3,13 +3,28 @@
 namespace cantel_engine {
 
 std::map<int, ControlState> dialog_template(std::uint16_t id) {
+  using Kind = ControlState::Kind;
+  // Template 102 as its resource lays it out: the phrase controls start
+  // disabled.
+  static const struct {
+    int id;
+    Kind kind;
+    bool enabled;
+  } kTemplate102[] = {
+      {1, Kind::Button, true},      {2, Kind::Button, true},       {21, Kind::Radio, true},
+      {22, Kind::Radio, true},      {23, Kind::CheckBox, false},   {1019, Kind::DropDown, true},
+      {1020, Kind::DropDown, true}, {1021, Kind::DropDown, false}, {2002, Kind::ListBox, true},
+      {2003, Kind::Label, true},    {2004, Kind::Label, true},     {2006, Kind::Label, true},
+      {2007, Kind::Text, true},     {2008, Kind::Label, false},
+  };
   std::map<int, ControlState> controls;
   if (id != 102) return controls;
-  for (int control : {1, 2, 21, 22, 2002, 2003, 2004, 2006, 1019, 1020}) {
+  for (const auto& row : kTemplate102) {
     ControlState state;
-    state.id = control;
-    state.is_list = control == 2002 || control == 1019 || control == 1020;
-    controls[control] = state;
+    state.id = row.id;
+    state.kind = row.kind;
+    state.enabled = row.enabled;
+    controls[row.id] = state;
   }
   return controls;
 }
@@ -29,10 +44,16 @@ DialogStep DialogModel::snapshot(std::string event, std::string note) const {
   return step;
 }
 
-std::int64_t DialogModel::list_message(int id, std::uint32_t message, std::uint64_t wparam,
-                                       const std::string& text_of_lparam) {
+std::int64_t DialogModel::control_message(int id, std::uint32_t message, std::uint64_t wparam,
+                                          const std::string& text_of_lparam) {
+  if (message == CX_WM_SETTEXT) {
+    ControlState* target = control(id);
+    if (target == nullptr) return 0;
+    target->text = text_of_lparam;
+    return 1;
+  }
   ControlState* list = control(id);
-  if (list == nullptr || !list->is_list) return 0;
+  if (list == nullptr || !list->is_list()) return 0;
   const auto count = static_cast<std::int64_t>(list->items.size());
   switch (message) {
     case CX_LB_RESETCONTENT:

@@ -21,11 +21,15 @@ struct DialogModel {
 
   ControlState* control(int id);
   DialogStep snapshot(std::string event, std::string note = {}) const;
-  std::int64_t list_message(int id, std::uint32_t message, std::uint64_t wparam,
-                            const std::string& text_of_lparam);
+  // A message of SendDlgItemMessage: a control's text, and the list-box and
+  // drop-down messages; the answer Windows gives, 0 for anything else
+  // (there is no layout, so no drop-down width to widen).
+  std::int64_t control_message(int id, std::uint32_t message, std::uint64_t wparam,
+                               const std::string& text_of_lparam);
 };
 
-// The controls of dialog `id`; empty for a template the engine does not know.
+// The controls of dialog `id` as its template starts them; empty for a
+// template the engine does not know.
 std::map<int, ControlState> dialog_template(std::uint16_t id);
 
 }  // namespace cantel_engine

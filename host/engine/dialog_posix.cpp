@@ -69,7 +69,7 @@ class Session {
  private:
   void choose(int id, int row, const std::string& text, const std::string& event) {
     ControlState* list = model_.control(id);
-    if (list == nullptr || !list->is_list) {
+    if (list == nullptr || !list->is_list()) {
       record(model_, event, "no such list");
       return;
     }
@@ -90,6 +90,8 @@ class Session {
     }
     list->selection = index;
     model_.focus = id;
+    // As a user's choice does; LBN_SELCHANGE and CBN_SELCHANGE are both 1.
+    send(CX_WM_COMMAND, (uint64_t{CX_LBN_SELCHANGE} << 16) | static_cast<uint32_t>(id));
     record(model_, event);
   }
 
@@ -207,8 +209,8 @@ CX_EXPORT void CX_SetDlgFocus(void* dialog, uint32_t control, uint32_t version) 
 }
 CX_CHECK_SIGNATURE(CX_SetDlgFocus);
 namespace {
-bool adds_text(uint32_t message) {
-  return message == CX_LB_ADDSTRING || message == CX_CB_ADDSTRING;
+bool carries_text(uint32_t message) {
+  return message == CX_LB_ADDSTRING || message == CX_CB_ADDSTRING || message == CX_WM_SETTEXT;
 }
 }  // namespace
 
@@ -217,10 +219,10 @@ CX_EXPORT int64_t SendDlgItemMessageW(void* dialog, int32_t control, uint32_t me
   DialogModel* m = model(dialog);
   if (m == nullptr) return 0;
   std::string text;
-  if (adds_text(message) && lparam != 0) {
+  if (carries_text(message) && lparam != 0) {
     text = utf16_to_utf8(read_utf16(reinterpret_cast<const char16_t*>(lparam), 4096));
   }
-  return m->list_message(control, message, wparam, text);
+  return m->control_message(control, message, wparam, text);
 }
 static_assert(std::is_same_v<decltype(SendDlgItemMessageW), SendDlgItemMessageW_t>);
 
@@ -229,7 +231,7 @@ CX_EXPORT int64_t SendDlgItemMessageA(void* dialog, int32_t control, uint32_t me
   DialogModel* m = model(dialog);
   if (m == nullptr) return 0;
   std::string text;
-  if (adds_text(message) && lparam != 0) text = reinterpret_cast<const char*>(lparam);
-  return m->list_message(control, message, wparam, text);
+  if (carries_text(message) && lparam != 0) text = reinterpret_cast<const char*>(lparam);
+  return m->control_message(control, message, wparam, text);
 }
 static_assert(std::is_same_v<decltype(SendDlgItemMessageA), SendDlgItemMessageA_t>);

@@ -5,11 +5,16 @@
 // back, and each moment before an action saved as a picture.
 #include <windows.h>
 
+#include <filesystem>
+#include <fstream>
+#include <map>
 #include <set>
 #include <string>
 
+#include "dialog_model.h"
 #include "dialog_shared.h"
 #include "exports.h"
+#include "label_fit_win32.h"
 #include "screenshot_win32.h"
 #include "state.h"
 #include "utf.h"
@@ -23,10 +28,17 @@ constexpr UINT kPlayNext = WM_APP + 1;
 // action back for a watching person, or until the screen shows the dialog.
 constexpr UINT_PTR kWaitTimer = 0x7E01;
 constexpr UINT kScreenWaitMs = 50;
+constexpr UINT kDrawWaitMs = 200;
 constexpr int kScreenWaits = 40;
-constexpr int kTemplateControls[] = {1, 2, 21, 22, 1019, 1020, 2002, 2003, 2004, 2006};
+// A label must leave this share of its room free: Windows' own fonts are not
+// the ones measured here.
+constexpr double kLabelMargin = 0.1;
+// Lists of names the user gave (styles, staves), which no layout can promise
+// to show whole.
+const std::set<int> kListsOfNames = {1020, 2002};
 
 struct Session {
+  std::map<int, ControlState> controls;  // the template's: what each step records
   CX_DialogProc procedure = nullptr;
   uint32_t* data = nullptr;
   HWND window = nullptr;
@@ -39,6 +51,7 @@ struct Session {
   bool waiting = false;  // the wait timer is armed
   bool held = false;     // the next action has been held back already
   int screen_waits = 0;  // for the screen to show the dialog, before this action
+  bool drawn = false;    // redrawn for the picture before this action
 };
 
 Session* current = nullptr;
@@ -68,21 +81,30 @@ void record(HWND dialog, std::string event, std::string note = {}) {
   step.ended = current->ended;
   HWND focus = GetFocus();
   step.focus = focus != nullptr && GetParent(focus) == dialog ? GetDlgCtrlID(focus) : 0;
-  for (int id : kTemplateControls) {
+  for (const auto& [id, kind_of] : current->controls) {
+    using Kind = ControlState::Kind;
     HWND control = GetDlgItem(dialog, id);
     if (control == nullptr) continue;
     ControlState state;
     state.id = id;
+    state.kind = kind_of.kind;
     state.enabled = IsWindowEnabled(control) != 0;
-    if (id == 21 || id == 22) state.check = IsDlgButtonChecked(dialog, id) == BST_CHECKED ? 1 : 0;
-    state.is_list = id == 2002 || id == 1019 || id == 1020;
-    if (state.is_list) {
-      const bool combo = id != 2002;
+    if (state.kind == Kind::Radio || state.kind == Kind::CheckBox) {
+      state.check = IsDlgButtonChecked(dialog, id) == BST_CHECKED ? 1 : 0;
+    }
+    if (state.is_list()) {
+      const bool combo = state.kind == Kind::DropDown;
       const auto count = SendMessageW(control, combo ? CB_GETCOUNT : LB_GETCOUNT, 0, 0);
       for (LRESULT i = 0; i < count; ++i)
         state.items.push_back(list_text(control, combo, static_cast<int>(i)));
       state.selection =
           static_cast<int>(SendMessageW(control, combo ? CB_GETCURSEL : LB_GETCURSEL, 0, 0));
+    }
+    if (state.kind == Kind::Text) {
+      std::u16string text(static_cast<std::size_t>(GetWindowTextLengthW(control)) + 1, u'\0');
+      text.resize(static_cast<std::size_t>(GetWindowTextW(
+          control, reinterpret_cast<LPWSTR>(text.data()), static_cast<int>(text.size()))));
+      state.text = utf16_to_utf8(text);
     }
     step.controls.push_back(state);
   }
@@ -96,9 +118,12 @@ void end(HWND dialog, INT_PTR value) {
 
 void choose(HWND dialog, int id, int row, const std::string& text, const std::string& event) {
   HWND list = GetDlgItem(dialog, id);
-  if (list == nullptr) return record(dialog, event, "no such list");
+  const auto known = current->controls.find(id);
+  if (list == nullptr || known == current->controls.end() || !known->second.is_list()) {
+    return record(dialog, event, "no such list");
+  }
   if (!IsWindowEnabled(list)) return record(dialog, event, "disabled: not chosen");
-  const bool combo = id != 2002;
+  const bool combo = known->second.kind == ControlState::Kind::DropDown;
   const auto count = static_cast<int>(SendMessageW(list, combo ? CB_GETCOUNT : LB_GETCOUNT, 0, 0));
   int index = row;
   if (!text.empty()) {
@@ -110,6 +135,9 @@ void choose(HWND dialog, int id, int row, const std::string& text, const std::st
   if (index < 0 || index >= count) return record(dialog, event, "no such row");
   SendMessageW(list, combo ? CB_SETCURSEL : LB_SETCURSEL, static_cast<WPARAM>(index), 0);
   SetFocus(list);
+  // Setting the selection notifies nobody; a user's choice does.
+  forward(dialog, WM_COMMAND, MAKEWPARAM(id, combo ? CBN_SELCHANGE : LBN_SELCHANGE),
+          reinterpret_cast<LPARAM>(list));
   record(dialog, event);
 }
 
@@ -126,8 +154,15 @@ bool present(HWND dialog) {
     return false;
   }
   if (!show.folder.empty()) {
-    RedrawWindow(dialog, nullptr, nullptr,
-                 RDW_INVALIDATE | RDW_ERASE | RDW_FRAME | RDW_ALLCHILDREN | RDW_UPDATENOW);
+    // What the dialog drew reaches the X server a moment later: the picture
+    // waits for it, or it may show the controls half drawn.
+    if (!current->drawn) {
+      RedrawWindow(dialog, nullptr, nullptr,
+                   RDW_INVALIDATE | RDW_ERASE | RDW_FRAME | RDW_ALLCHILDREN | RDW_UPDATENOW);
+      current->drawn = true;
+      wait(dialog, kDrawWaitMs);
+      return false;
+    }
     const auto picture = capture_window(dialog);
     // The X server maps a new window a moment after Windows shows it.
     if (picture && picture->blank() && current->screen_waits < kScreenWaits) {
@@ -135,12 +170,14 @@ bool present(HWND dialog) {
       wait(dialog, kScreenWaitMs);
       return false;
     }
-    if (picture) {
-      save_png(*picture, show.folder + "/" + show.name + "." + std::to_string(current->number) +
-                             "." + std::to_string(current->next) + ".png");
-    }
+    const std::string stem = show.folder + "/" + show.name + "." + std::to_string(current->number) +
+                             "." + std::to_string(current->next);
+    if (picture) save_png(*picture, stem + ".png");
+    std::ofstream(std::filesystem::u8path(stem + ".labels.txt"))
+        << label_fit_report(dialog, kLabelMargin, kListsOfNames);
   }
   current->held = false;
+  current->drawn = false;
   current->screen_waits = 0;
   return true;
 }
@@ -246,6 +283,7 @@ CX_EXPORT int64_t CX_Dialog(uint16_t id, CX_DialogProc procedure, uint64_t data,
     return 0;
   }
   Session session;
+  session.controls = dialog_template(id);
   session.procedure = procedure;
   session.data = word;
   session.script = state().dialog_script;

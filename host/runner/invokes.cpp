@@ -52,13 +52,19 @@ json call_json(const cantel_engine::HostCall& call) {
 json dialog_json(const cantel_engine::Document& document) {
   json steps = json::array();
   for (const auto& step : document.dialog_steps()) {
+    using Kind = cantel_engine::ControlState::Kind;
     json lists = json::object();
     json enabled = json::array();
     json radios = json::object();
+    json checks = json::object();
+    json texts = json::object();
     for (const auto& c : step.controls) {
+      const std::string id = std::to_string(c.id);
       if (c.enabled) enabled.push_back(c.id);
-      if (c.id == 21 || c.id == 22) radios[std::to_string(c.id)] = c.check;
-      if (c.is_list) lists[std::to_string(c.id)] = {{"items", c.items}, {"selection", c.selection}};
+      if (c.kind == Kind::Radio) radios[id] = c.check;
+      if (c.kind == Kind::CheckBox) checks[id] = c.check;
+      if (c.kind == Kind::Text) texts[id] = c.text;
+      if (c.is_list()) lists[id] = {{"items", c.items}, {"selection", c.selection}};
     }
     steps.push_back({{"event", step.event},
                      {"note", step.note},
@@ -66,6 +72,8 @@ json dialog_json(const cantel_engine::Document& document) {
                      {"ended", step.ended},
                      {"lists", lists},
                      {"radios", radios},
+                     {"checks", checks},
+                     {"texts", texts},
                      {"enabled", enabled}});
   }
   return {{"shown", !document.dialog_steps().empty()}, {"steps", steps}};

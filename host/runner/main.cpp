@@ -198,6 +198,7 @@ int run(const Options& options) {
   result["temporary_file_left"] = fs::exists(folders.temporary / "RhythmWeave$$Temp$$File.mid");
   result["temp_files"] = temp_files_after(folders);
   result["settings"] = settings_after(folders);
+  result["settings_values"] = settings_values_after(folders);
   const json after = score_json(document);
   result["score_unchanged"] = before == after;
   if (scenario.data.value("dump_before", false)) result["score_before"] = before;

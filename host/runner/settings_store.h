@@ -1,5 +1,6 @@
-// The per-user setting the plug-in keeps: a folder under XDG_CONFIG_HOME on
-// POSIX, the registry key Software\HarpWorks on Windows.
+// The per-user settings the plug-in keeps: a folder under XDG_CONFIG_HOME on
+// POSIX, the registry key Software\HarpWorks on Windows, holding the values
+// "rhythmweavePI", "rhythmweaveFill" and "rhythmweaveEnding".
 #ifndef CANTEL_HOST_SETTINGS_STORE_H
 #define CANTEL_HOST_SETTINGS_STORE_H
 
@@ -9,13 +10,16 @@
 
 namespace cantel_host {
 
-// No key unless the scenario has "setting"; a number is stored as the value
-// "rhythmweavePI", 4 bytes little-endian.
+// No key unless the scenario has "setting" (then as write_setting).
 void prepare_setting(const Scenario& scenario, const RunFolders& folders);
-// Creates the key; a number becomes the value, "key only" removes it.
+// Creates the key. A number becomes "rhythmweavePI", 4 bytes little-endian,
+// and "key only" removes it; an object sets each value it names to its
+// number, or removes it for null.
 void write_setting(const nlohmann::json& setting, const RunFolders& folders);
-// {"key": present, "value_hex": bytes or null}
+// {"key": present, "value_hex": the placement's bytes or null}
 nlohmann::json settings_after(const RunFolders& folders);
+// Every value the key holds, by name, as hex.
+nlohmann::json settings_values_after(const RunFolders& folders);
 
 }  // namespace cantel_host
 

@@ -13,6 +13,14 @@
 #define CX_WM_COMMAND 0x0111u
 #define CX_WM_TIMER 0x0113u
 
+/* What WM_COMMAND carries in the high word of its word parameter. */
+#define CX_BN_CLICKED 0u
+#define CX_LBN_SELCHANGE 1u /* the user chose another row of a list box */
+#define CX_CBN_SELCHANGE 1u /* ... of a drop-down list */
+
+/* A control's text; the word parameter is 0, the long one the text. */
+#define CX_WM_SETTEXT 0x000Cu
+
 /* List-box and drop-down list messages a plug-in sends to its controls. */
 #define CX_LB_ADDSTRING 0x0180u
 #define CX_LB_SETCURSEL 0x0186u
@@ -24,6 +32,8 @@
 #define CX_CB_GETCURSEL 0x0147u
 #define CX_CB_RESETCONTENT 0x014Bu
 #define CX_CB_SETCURSEL 0x014Eu
+#define CX_CB_GETDROPPEDWIDTH 0x015Fu /* in pixels */
+#define CX_CB_SETDROPPEDWIDTH 0x0160u
 #define CX_LIST_NONE (-1) /* answer of GETCURSEL without a selection */
 
 /* Message-box styles and answers of CX_AlertMessage(_UTF16). */

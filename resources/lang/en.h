@@ -37,7 +37,21 @@
   S(30, "Rhythm Weave could not write its temporary file in this folder:\n\n%s\n\nNothing was "   \
         "changed. Check that the folder exists and that you may write to it.")                    \
   S(31, "The fill of this style cannot be used: %s")                                              \
-  S(32, "The ending of this style cannot be used: %s")
+  S(32, "The ending of this style cannot be used: %s")                                            \
+  S(33, "No fills")                                                                               \
+  S(34, "2 measures")                                                                             \
+  S(35, "4 measures")                                                                             \
+  S(36, "8 measures")                                                                             \
+  S(37, "16 measures")                                                                            \
+  S(38, "Drums")                                                                                  \
+  S(39, "Dr.")                                                                                    \
+  S(40, "Meter %1, %2 measures long: %3")                                                         \
+  S(41, "Meter %1, 1 measure long: %3")                                                           \
+  S(42, "fits these %1 measures")                                                                 \
+  S(43, "does not fit these %1 measures")                                                         \
+  S(44, "its drums begin after these measures")                                                   \
+  S(45, "Instruments: %1")                                                                        \
+  S(46, "This file cannot be read: %1")
 
 #define RW_DLG_CAPTION "Rhythm Weave"
 #define RW_DLG_STYLE " &Style "
@@ -50,3 +64,5 @@
 #define RW_DLG_NOTE                                                                           \
   "Note: Additional styles can be made available by placing standard MIDI (.mid) files into " \
   "the Rhythm Weave folder, located in the Component Files folder."
+#define RW_DLG_FILL_EVERY "Fill every:"
+#define RW_DLG_ENDING "End with the ending"

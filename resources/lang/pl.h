@@ -35,7 +35,21 @@
   S(30, "Rhythm Weave nie mógł zapisać pliku tymczasowego w tym folderze:\n\n%s\n\n"              \
         "Nic nie zostało zmienione. Sprawdź, czy folder istnieje i czy masz prawo do zapisu w nim.") \
   S(31, "Nie można użyć przejścia tego stylu: %s")                                                \
-  S(32, "Nie można użyć zakończenia tego stylu: %s")
+  S(32, "Nie można użyć zakończenia tego stylu: %s")                                              \
+  S(33, "Bez przejść")                                                                            \
+  S(34, "2 takty")                                                                                \
+  S(35, "4 takty")                                                                                \
+  S(36, "8 taktów")                                                                               \
+  S(37, "16 taktów")                                                                              \
+  S(38, "Perkusja")                                                                               \
+  S(39, "Perk.")                                                                                  \
+  S(40, "Metrum %1, długość w taktach: %2 – %3")                                                  \
+  S(41, "Metrum %1, długość: 1 takt – %3")                                                        \
+  S(42, "pasuje do zaznaczonych taktów %1")                                                       \
+  S(43, "nie pasuje do zaznaczonych taktów %1")                                                   \
+  S(44, "perkusja zaczyna się po zaznaczonych taktach")                                           \
+  S(45, "Instrumenty: %1")                                                                        \
+  S(46, "Nie można odczytać tego pliku: %1")
 
 #define RW_DLG_CAPTION "Rhythm Weave"
 #define RW_DLG_STYLE " &Styl "
@@ -48,3 +62,5 @@
 #define RW_DLG_NOTE                                                                           \
   "Uwaga: dodatkowe style można udostępnić, umieszczając standardowe pliki MIDI (.mid) w "    \
   "folderze Rhythm Weave, który znajduje się w folderze Component Files."
+#define RW_DLG_FILL_EVERY "Przejście co:"
+#define RW_DLG_ENDING "Zakończ zakończeniem stylu"

@@ -35,7 +35,21 @@
   S(30, "Rhythm Weave kunde inte skriva sin tillfälliga fil i den här mappen:\n\n%s\n\n"          \
         "Ingenting har ändrats. Kontrollera att mappen finns och att du får skriva i den.")       \
   S(31, "Stilens break kan inte användas: %s")                                                    \
-  S(32, "Stilens avslutning kan inte användas: %s")
+  S(32, "Stilens avslutning kan inte användas: %s")                                               \
+  S(33, "Inga break")                                                                             \
+  S(34, "2:a takt")                                                                               \
+  S(35, "4:e takt")                                                                               \
+  S(36, "8:e takt")                                                                               \
+  S(37, "16:e takt")                                                                              \
+  S(38, "Trummor")                                                                                \
+  S(39, "Tr.")                                                                                    \
+  S(40, "Taktart %1, längd %2 takter: %3")                                                        \
+  S(41, "Taktart %1, längd 1 takt: %3")                                                           \
+  S(42, "passar de markerade %1-takterna")                                                        \
+  S(43, "passar inte de markerade %1-takterna")                                                   \
+  S(44, "trummorna börjar efter de markerade takterna")                                           \
+  S(45, "Instrument: %1")                                                                         \
+  S(46, "Filen kan inte läsas: %1")
 
 #define RW_DLG_CAPTION "Rhythm Weave"
 #define RW_DLG_STYLE " &Stil "
@@ -48,3 +62,5 @@
 #define RW_DLG_NOTE                                                                       \
   "Obs! Fler stilar blir tillgängliga om du lägger standard-MIDI-filer (.mid) i mappen "  \
   "Rhythm Weave, som ligger i mappen Component Files."
+#define RW_DLG_FILL_EVERY "Break var:"
+#define RW_DLG_ENDING "Avsluta med avslutningen"

@@ -9,3 +9,5 @@
 #undef RW_DLG_OK
 #undef RW_DLG_CANCEL
 #undef RW_DLG_NOTE
+#undef RW_DLG_FILL_EVERY
+#undef RW_DLG_ENDING

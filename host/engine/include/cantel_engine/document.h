@@ -101,12 +101,18 @@ struct DialogAction {
 };
 
 struct ControlState {
+  // What the result shows of a control: a button's state, a list's rows, a
+  // text the plug-in sets. Labels (their text is the template's) show
+  // nothing but whether they are enabled.
+  enum class Kind { Label, Button, Radio, CheckBox, ListBox, DropDown, Text };
   int id = 0;
+  Kind kind = Kind::Label;
   bool enabled = true;
-  std::uint32_t check = 0;
-  bool is_list = false;
-  std::vector<std::string> items;  // UTF-8
+  std::uint32_t check = 0;         // Radio, CheckBox
+  std::vector<std::string> items;  // ListBox, DropDown; UTF-8
   int selection = CX_LIST_NONE;
+  std::string text;  // Text: as the plug-in set it, UTF-8
+  bool is_list() const { return kind == Kind::ListBox || kind == Kind::DropDown; }
 };
 
 // The dialog as the user saw it after one event.
