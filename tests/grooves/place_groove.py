@@ -1,9 +1,10 @@
-"""Places one starter style through the reference host, each of its files in
-its own meter: the main groove, and its fill and ending offered as styles of
-their own. Each part goes over a region one measure longer than two of its
-repetitions, and the plug-in must place it once per groove length, the last
-repetition cut at the region's end, every stroke that falls inside a
-repetition's measures written, without a single message.
+"""Places one starter style through the reference host, in its own meter:
+the main groove alone over a region one measure longer than two of its
+repetitions, once per groove length, the last repetition cut at the
+region's end; then the whole phrase, with a fill every 4 measures and the
+ending, chosen with the dialog's controls, over two phrases and the ending.
+Every stroke that falls inside a placement's measures must be written,
+without a single message.
 
     place_groove.py --description D.groove --grooves DIR --cantel-host EXE --plugin LIB --work DIR
 """
@@ -42,10 +43,30 @@ def notes_within(groove, measures):
     return sum(min(len(keys), ENTRY_MAX_NOTES) for keys in chords.values())
 
 
-def scenario_for(groove, shown_name, groove_folder):
-    length = groove.measures
-    measures = 2 * length + 1
-    starts = list(range(1, measures + 1, length))
+def main_placements(first, last, length, part):
+    return [(part, start, min(start + length - 1, last)) for start in range(first, last + 1, length)]
+
+
+def phrase_placements(style, measures, phrase):
+    """Where each part goes: the ending at the end, a fill closing each whole
+    phrase, the groove repeated before it."""
+    ending = style.ending.measures if style.ending else 0
+    body_last = measures - ending
+    placed = []
+    for start in range(1, body_last + 1, phrase):
+        last = start + phrase - 1
+        if last > body_last or not style.fill or style.fill.measures >= phrase:
+            placed += main_placements(start, min(last, body_last), style.main.measures, style.main)
+            continue
+        fill_first = last - style.fill.measures + 1
+        placed += main_placements(start, fill_first - 1, style.main.measures, style.main)
+        placed.append((style.fill, fill_first, last))
+    if ending:
+        placed.append((style.ending, body_last + 1, measures))
+    return placed
+
+
+def scenario_for(style, placed, measures, dialog, description, groove_folder):
     expect = {
         "/result": 1,
         "/alerts": [],
@@ -53,33 +74,33 @@ def scenario_for(groove, shown_name, groove_folder):
         "/edits/started": 1,
         "/edits/ended": 1,
     }
-    for i, start in enumerate(starts):
-        end = min(start + length - 1, measures)
+    for i, (groove, start, end) in enumerate(placed):
         expect["/imports/%d/region/start_measure" % i] = start
         expect["/imports/%d/region/end_measure" % i] = end
         expect["/imports/%d/notes_placed" % i] = notes_within(groove, end - start + 1)
-    expect["/imports/%d" % len(starts)] = None  # no further repetition
+    expect["/imports/%d" % len(placed)] = None  # nothing more
+    main = style.main
     return {
-        "description": "Starter groove %s placed in its own meter" % groove.title,
-        "measures": [measure_run(groove.numerator, groove.denominator, measures)],
+        "description": description,
+        "measures": [measure_run(main.numerator, main.denominator, measures)],
         "staves": [{"name": "Piano"}],
         "percussion_map": True,
         "records": [{"tag": "fcbg", "number": 12, "words": [65526, 139, 0, 65530, 0, 0, 4, 24, 0, 2]}],
         "groove_folder": groove_folder,
         "selection": {"start_slot": 1, "start_measure": 1, "end_slot": 1,
                       "end_measure": measures, "end_position": "end"},
-        "dialog": [{"style": shown_name}, {"click": 21}, {"select": 1019, "row": 0}, {"click": 1}],
+        "dialog": [{"style": main.name}, {"click": 21}, {"select": 1019, "row": 0}] + dialog + [{"click": 1}],
         "expect": expect,
     }
 
 
-def offer_alone(groove, grooves, folder):
-    """A folder whose only style is this companion, under its own title: the
-    style list shows the top folder only."""
+def style_folder(style, grooves, folder):
+    """A groove folder holding this style with its fill and ending."""
     shutil.rmtree(folder, ignore_errors=True)
-    folder.mkdir(parents=True)
-    shutil.copyfile(grooves / groove.file_name, folder / (groove.title + ".mid"))
-    return groove.title
+    for groove in style.parts:
+        target = folder / groove.file_name
+        target.parent.mkdir(parents=True, exist_ok=True)
+        shutil.copyfile(grooves / groove.file_name, target)
 
 
 def main():
@@ -91,20 +112,29 @@ def main():
     style = read_style_file(args.description)
     grooves, work = pathlib.Path(args.grooves), pathlib.Path(args.work)
     work.mkdir(parents=True, exist_ok=True)
+    stem = style.main.name.replace(" ", "_")
+    folder = work / stem
+    style_folder(style, grooves, folder)
+
+    length = style.main.measures
+    alone = 2 * length + 1
+    phrase_measures = 8 + (style.ending.measures if style.ending else 0)
+    phrase_dialog = [{"select": 1021, "text": "4 measures"}] + ([{"click": 23}] if style.ending else [])
+    runs = [
+        (stem + ".alone", scenario_for(style, main_placements(1, alone, length, style.main), alone, [],
+                                       "Starter groove %s placed in its own meter" % style.main.name,
+                                       os.path.relpath(folder, work))),
+        (stem + ".phrase", scenario_for(style, phrase_placements(style, phrase_measures, 4), phrase_measures,
+                                        phrase_dialog,
+                                        "Starter groove %s with a fill every 4 measures and its ending"
+                                        % style.main.name, os.path.relpath(folder, work))),
+    ]
     failed = 0
-    for groove in style.parts:
-        stem = style.main.name.replace(" ", "_")
-        if groove.part == "main":
-            shown, folder = groove.name, grooves
-        else:
-            stem += "." + groove.part
-            folder = work / stem
-            shown = offer_alone(groove, grooves, folder)
-        scenario_file = work / (stem + ".json")
-        scenario = scenario_for(groove, shown, os.path.relpath(folder, work))
+    for name, scenario in runs:
+        scenario_file = work / (name + ".json")
         scenario_file.write_text(json.dumps(scenario, indent=1), encoding="utf-8")
         run = subprocess.run([args.cantel_host, "run", str(scenario_file), "--plugin", args.plugin,
-                              "--check", "--out", str(work / (stem + ".result.json"))])
+                              "--check", "--out", str(work / (name + ".result.json"))])
         failed += run.returncode != 0
     return 1 if failed else 0
 
