@@ -47,8 +47,6 @@
 // The list-box and combo-box messages to the dialog's controls: the system's
 // own on Windows, exported beside the CX_ functions by a host that owns the
 // controls itself (every POSIX host).
-#define RW_CONTROL_MESSAGES(X) \
-  X(SendDlgItemMessageW, 0)    \
-  X(SendDlgItemMessageA, 0)
+#define RW_CONTROL_MESSAGES(X) X(SendDlgItemMessageW, 0)
 
 #define RW_BOUND_FUNCTIONS(X) RW_HOST_EXPORTS(X) RW_CONTROL_MESSAGES(X)

@@ -99,7 +99,6 @@ using direct::CX_SetDlgCntlVal_UTF16;
 using direct::CX_SetDlgFocus;
 using direct::CX_SetTimer;
 using direct::CX_SlotToInst;
-using direct::SendDlgItemMessageA;
 using direct::SendDlgItemMessageW;
 
 // Frames: counted, and normalised before the host sees them.

@@ -6,8 +6,6 @@
 
 #include "host_api.h"
 #include "records.h"
-#include "staff_names.h"
-#include "string_resources.h"
 
 namespace rw {
 namespace {
@@ -20,10 +18,6 @@ constexpr std::size_t kMessageCapacity = 200;
 constexpr std::uint16_t kMessageStyle = CX_MB_STOP;
 // A new staff sits this far below the one that was last.
 constexpr std::int64_t kNewStaffDistance = 250;
-// The new staff's names, "Drums" and "Dr." in the user's language.
-constexpr std::uint32_t kStringNewStaffName = 38;
-constexpr std::uint32_t kStringNewStaffAbbreviation = 39;
-constexpr std::size_t kNameCapacity = 64;
 // Bounds the clean-up of leftovers against a host whose deletes never end.
 constexpr std::uint32_t kMaxLeftoverDeletes = 0x10000;
 
@@ -125,13 +119,6 @@ RegionStaff AddStaffAtBottom() {
     }
     SaveStaffList(staves, kScoreList);
   }
-  // Unnamed, the host would show it as "[Staff n]". A refused name leaves it
-  // so: the groove still has its staff.
-  char16_t name[kNameCapacity];
-  char16_t abbreviation[kNameCapacity];
-  LoadStringResource(kStringNewStaffName, name, kNameCapacity);
-  LoadStringResource(kStringNewStaffAbbreviation, abbreviation, kNameCapacity);
-  SetStaffNames(staff, name, abbreviation);
   return {slot, staff};
 }
 

@@ -58,9 +58,8 @@ bool SaveStaffList(const StaffList& staves, std::uint16_t list);
 std::uint16_t GetStaffListNumber(int selector, int n);
 
 // Adds a staff at the bottom of the score, 250 page units below the staff
-// above it, named "Drums" (abbreviated "Dr.") in the user's language: the
-// only staff the plug-in adds is the groove's. Answers the new staff and its
-// slot; both 0 when the host added none or gave it no slot.
+// above it. Answers the new staff and its slot; both 0 when the host added
+// none or gave it no slot.
 RegionStaff AddStaffAtBottom();
 
 }  // namespace rw

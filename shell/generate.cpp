@@ -12,12 +12,16 @@
 #include "playback_markers.h"
 #include "region_checks.h"
 #include "staff_list.h"
+#include "staff_names.h"
+#include "string_resources.h"
 #include "user_messages.h"
 
 namespace rw::shell {
 namespace {
 
 constexpr std::uint32_t kStringTemporaryFolder = 30;
+constexpr std::uint32_t kStringNewStaffName = 38;          // "Drums"
+constexpr std::uint32_t kStringNewStaffAbbreviation = 39;  // "Dr."
 
 using host::kVersion;
 
@@ -82,6 +86,12 @@ std::optional<StaffTarget> ChooseTarget(const GenerateOptions& options) {
     const RegionStaff added = AddStaffAtBottom();
     target.staff = added.staff;
     target.slot = static_cast<std::uint16_t>(added.slot);
+    // Unnamed, the host would show it as "[Staff n]". A refused name leaves
+    // it so: the groove still has its staff.
+    if (added.staff != 0) {
+      SetStaffNames(added.staff, StringResource(kStringNewStaffName).c_str(),
+                    StringResource(kStringNewStaffAbbreviation).c_str());
+    }
   } else {
     target.slot = static_cast<std::uint16_t>(options.staffRow + 1);
     target.staff = host::CX_SlotToInst(target.slot, 0, kVersion);

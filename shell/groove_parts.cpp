@@ -13,14 +13,6 @@ namespace {
 
 constexpr std::uint32_t kStringFillRefused = 31;
 constexpr std::uint32_t kStringEndingRefused = 32;
-constexpr std::size_t kMessageCapacity = 1024;
-
-std::u16string LoadedString(std::uint32_t id) {
-  char16_t text[kMessageCapacity];
-  LoadStringResource(id, text, kMessageCapacity);
-  return text;
-}
-
 std::u16string PathOf(GroovePart part, const GrooveStyle& style) {
   switch (part) {
     case GroovePart::kFill:
@@ -42,11 +34,11 @@ void ShowRefusal(std::uint32_t id, GroovePart part, const GrooveStyle& style) {
     return;
   }
   const bool fill = part == GroovePart::kFill;
-  std::u16string which = LoadedString(fill ? kStringFillRefused : kStringEndingRefused);
+  std::u16string which = StringResource(fill ? kStringFillRefused : kStringEndingRefused);
   if (const std::size_t at = which.find(u"%s"); at != std::u16string::npos) {
     which.replace(at, 2, fill ? style.FillName() : style.EndingName());
   }
-  const std::u16string text = id != 0 ? LoadedString(id) + u"\n\n" + which : which;
+  const std::u16string text = id != 0 ? StringResource(id) + u"\n\n" + which : which;
   host::CX_AlertMessage_UTF16(0, CX_MB_EXCLAMATION, 0, text.c_str(), host::kVersion);
 }
 
