@@ -23,8 +23,8 @@ bool HasStaffAbbreviatedName(const CStaffSpec& spec);
 eu16string StaffDisplayName(const CStaffSpec& spec);
 
 // Gives `staff` a full and an abbreviated name of its own, as texts shown by
-// text blocks that its specification names. False, and the specification
-// unchanged, when the host refused a text, a block or the specification.
+// text blocks that its staff record ("SIOS") names. False, and the staff
+// record unchanged, when the host refused a text, a block or the record.
 bool SetStaffNames(std::uint16_t staff, const char16_t* fullName, const char16_t* abbreviatedName);
 
 }  // namespace rw

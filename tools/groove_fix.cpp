@@ -1,7 +1,7 @@
 #include "groove_fix.h"
 
 #include "file_survey.h"
-#include "groove_inspection.h"
+#include "groove_examination.h"
 
 namespace rw::tools {
 namespace {

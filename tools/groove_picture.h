@@ -6,7 +6,7 @@
 #include <string>
 
 #include "drum_grid.h"
-#include "groove_inspection.h"
+#include "groove_examination.h"
 
 namespace rw::tools {
 

@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "groove_inspection.h"
+#include "groove_examination.h"
 
 namespace rw::tools {
 

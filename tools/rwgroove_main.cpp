@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "groove_fix.h"
-#include "groove_inspection.h"
+#include "groove_examination.h"
 #include "groove_picture.h"
 #include "groove_report.h"
 #include "rwgroove_help.h"

@@ -2,7 +2,7 @@
 """Peak memory of `rwgroove inspect` on large grooves, against the target of
 four times the file's size (the plug-in's own buffer is already twice it).
 
-    tools/inspect_memory.py [--rwgroove EXE] [--megabytes 100] [--work DIR]
+    tools/peak_memory.py [--rwgroove EXE] [--megabytes 100] [--work DIR]
 
 Writes three files of about that size and runs `rwgroove inspect --json` on
 each, reading its peak resident memory from the kernel:
@@ -75,7 +75,7 @@ def main():
     parser.add_argument("--work", default=str(root / "build/inspect-memory"))
     args = parser.parse_args()
     if not os.access(args.rwgroove, os.X_OK):
-        print("inspect_memory: no rwgroove at %s; build it first:\n"
+        print("peak_memory: no rwgroove at %s; build it first:\n"
               "  cmake --preset release && cmake --build --preset release --target rwgroove"
               % args.rwgroove)
         return 2

@@ -1,4 +1,4 @@
-#include "groove_inspection.h"
+#include "groove_examination.h"
 
 #include <algorithm>
 
