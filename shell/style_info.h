@@ -28,8 +28,4 @@ struct StyleInfo {
 
 StyleInfo DescribeStyle(const GrooveStyle& style, const ERegion& work);
 
-// The time signature of the selected measures as a musician writes it:
-// "4/4", or "6/8" for two dotted quarters.
-std::u16string MeterText(groove::RegionMeter meter);
-
 }  // namespace rw::shell

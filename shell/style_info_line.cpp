@@ -49,6 +49,20 @@ std::u16string Widened(std::string_view text) {
 
 std::u16string Number(std::int64_t value) { return Widened(std::to_string(value)); }
 
+constexpr std::int32_t kWholeNote = 4096;  // duration units
+
+// The time signature of the selected measures as a musician writes it:
+// "4/4", or "6/8" for two dotted quarters.
+std::u16string MeterText(groove::RegionMeter meter) {
+  if (meter.beats <= 0 || meter.beatDuration <= 0) return u"?";
+  // A dotted beat is three of the note value below it.
+  const bool dotted = (meter.beatDuration & (meter.beatDuration - 1)) != 0;
+  const std::int32_t unit = dotted ? meter.beatDuration / 3 : meter.beatDuration;
+  const std::int64_t beats = dotted ? std::int64_t{meter.beats} * 3 : meter.beats;
+  if (unit <= 0 || kWholeNote % unit != 0) return Number(beats) + u"/?";
+  return Number(beats) + u"/" + Number(kWholeNote / unit);
+}
+
 std::u16string GrooveMeter(const StyleInfo& info) {
   if (info.numerator <= 0 || info.denominator <= 0) return u"?";
   return Number(info.numerator) + u"/" + Number(info.denominator);
