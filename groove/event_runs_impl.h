@@ -67,8 +67,10 @@ struct BasicSmfReader<Store>::WindowRun {
   bool collect;
   bool canGrow;  // room for the chunk's length field, checked once
   uint64_t position;
-  uint64_t chunkStop;  // where the chunk's unread part ends
+  uint64_t chunkStop;  // where the track's reading ends
+  uint64_t chunkEnd;   // where the chunk's bytes end
   uint64_t stop;       // the first position not taken: chunk end or window
+  uint64_t countedGrowth;  // bytes inserted and counted as read
   int64_t writePos;
   uint8_t lastByte;
   int32_t lastVarLen;
@@ -101,9 +103,12 @@ bool BasicSmfReader<Store>::ReadChannelEventsInWindow(bool collect, bool& drumEv
       .position = startPos,
       // Bytes read in this chunk follow the read position one for one, and
       // the chunk grows with each inserted byte, which is not counted as
-      // read: two bytes further on per insertion.
+      // read: two bytes further on per insertion (one for a running event's,
+      // which is counted).
       .chunkStop = startPos + static_cast<uint64_t>(chunkLength_ - chunkConsumed_),
+      .chunkEnd = static_cast<uint64_t>(std::max<int64_t>(chunkEnd_, 0)),
       .stop = 0,
+      .countedGrowth = 0,
       .writePos = writePos_,
       .lastByte = lastByte_,
       .lastVarLen = lastVarLen_,
@@ -162,7 +167,8 @@ bool BasicSmfReader<Store>::ReadChannelEventsInWindow(bool collect, bool& drumEv
 
   store_ = run.store;
   const auto grown = static_cast<int64_t>(run.store.size() - startSize);
-  const auto consumed = static_cast<int64_t>(run.position - startPos) - grown;
+  const auto consumed = static_cast<int64_t>(run.position - startPos) - grown +
+                        static_cast<int64_t>(run.countedGrowth);
   readPos_ = static_cast<int64_t>(run.position);
   chunkConsumed_ += consumed;
   totalConsumed_ += consumed;
@@ -242,6 +248,14 @@ void BasicSmfReader<Store>::SilenceRun(WindowRun& run) {
   // Bounds on the input side: the chunk's unread bytes end where they are
   // now however much the output grows, and the window stays inside the data.
   const uint8_t* chunkEnd = in + (run.chunkStop - run.position);
+  // Input bytes left before the chunk's own end: reading may run past it,
+  // but a running event is rewritten only inside it, and only in a chunk the
+  // file holds whole (insertions move the chunk's end and the file's alike).
+  int64_t insideChunk =
+      run.chunkEnd <= store.size()
+          ? static_cast<int64_t>(run.chunkEnd) - static_cast<int64_t>(run.position)
+          : 0;
+  uint64_t counted = 0;
   const uint8_t* limit = std::min(chunkEnd, store.InputEnd() - (WindowRun::kWindow - 1));
   const bool collect = run.collect;
   int32_t absoluteTime = run.track.absoluteTime;
@@ -270,6 +284,7 @@ void BasicSmfReader<Store>::SilenceRun(WindowRun& run) {
     out[kStatusAt + 1] = 0x00;
     out[kStatusAt + 2] = 0x40;
     in += kConsumed;
+    insideChunk -= kConsumed;
     out += kStatusAt + 3;
     status = eventStatus;
     took = true;
@@ -289,7 +304,9 @@ void BasicSmfReader<Store>::SilenceRun(WindowRun& run) {
     out[kStatusAt] = 0x00;
     out[kStatusAt + 1] = 0x40;
     in += kStatusAt + 1;
+    insideChunk -= kStatusAt + 1;
     out += kStatusAt + 2;
+    ++counted;
     took = true;
     lastDelta = delta;
     detail::AdvanceTime(absoluteTime, measure, tickInMeasure, ticksPerMeasure,
@@ -298,9 +315,12 @@ void BasicSmfReader<Store>::SilenceRun(WindowRun& run) {
   auto silenced = [collect](uint8_t eventStatus) {
     return eventStatus >= 0x80 && eventStatus < 0xF0 && !(collect && (eventStatus & 0x0F) == 9);
   };
-  // Running events grow only under a silenced one-data-byte status; those
-  // under any other status are left to the other loops.
-  auto growsRunning = [&] { return silenced(status) && detail::OneDataByte(status); };
+  // Running events grow only under a silenced one-data-byte status, and only
+  // inside the chunk; those under any other status are left to the other
+  // loops, and those past the chunk's end to the event-by-event path.
+  auto growsRunning = [&](int64_t statusAt) {
+    return silenced(status) && detail::OneDataByte(status) && statusAt < insideChunk;
+  };
   // Makes room for one more byte when none is left; false when it cannot.
   auto room = [&] {
     if (in != out) return true;
@@ -329,7 +349,7 @@ void BasicSmfReader<Store>::SilenceRun(WindowRun& run) {
         } else {
           break;
         }
-      } else if (next < 0x80 && growsRunning() && room()) {
+      } else if (next < 0x80 && growsRunning(1) && room()) {
         takeRunning(One{}, in[0]);
       } else {
         break;
@@ -345,7 +365,7 @@ void BasicSmfReader<Store>::SilenceRun(WindowRun& run) {
         } else {
           break;
         }
-      } else if (next < 0x80 && growsRunning() && room()) {
+      } else if (next < 0x80 && growsRunning(2) && room()) {
         takeRunning(Two{}, delta);
       } else {
         break;
@@ -357,8 +377,11 @@ void BasicSmfReader<Store>::SilenceRun(WindowRun& run) {
   if (!took) return;
 
   store.CloseStream({in, out});
+  const uint64_t grown = store.size() - sizeBefore;
   run.position += static_cast<uint64_t>(out - outStart);
-  run.chunkStop += 2 * (store.size() - sizeBefore);
+  run.chunkStop += 2 * grown - counted;
+  run.chunkEnd += grown;
+  run.countedGrowth += counted;
   run.SetStop();
   run.track.absoluteTime = absoluteTime;
   run.track.measure = measure;

@@ -54,6 +54,15 @@ concept WindowedStore = requires(Store store, const Store constStore, uint64_t p
   store.OpenStream(position);
 };
 
+// The literal rules leave every event in running status as it stands. The
+// reader gives a one-data-byte one after a silenced message its missing
+// byte, so that a reader that never saw the original status reads it as the
+// filter means it; a store that says it reads by the literal rules is left
+// without that rewrite, so that the tests can hold the rewrite to changing
+// how bytes are written and never what is read.
+template <class Store>
+concept ReadsByTheLiteralRules = requires { requires Store::kLiteralRules; };
+
 template <class Store>
 class BasicSmfReader {
  public:
@@ -242,6 +251,14 @@ class BasicSmfReader {
   }
   void SilenceEvent(int64_t eventStart, bool secondData);
   void SilenceRunningEvent(int64_t eventStart);
+  // A byte of a chunk that the file holds whole: a running event read past
+  // its chunk's end, or in a chunk cut short by the file's end (whose bytes
+  // it refuses anyway), is left as it stands, so that the rewrite never
+  // changes what the load reads or how it ends.
+  bool InsideWholeChunk(int64_t position) const {
+    return chunkEnd_ >= 0 && static_cast<uint64_t>(chunkEnd_) <= store_.size() &&
+           position < chunkEnd_;
+  }
   enum class MetaOutcome { kNext, kEndOfTrack, kFail };
   MetaOutcome HandleMetaEvent(uint8_t type, int32_t trackNumber);
   void SetTimeSignature(uint8_t numerator, uint8_t denominatorPower);

@@ -148,7 +148,7 @@ void BasicSmfReader<Store>::HandleChannelEvent(uint8_t status, uint8_t firstData
     RecordDrumEvent(status, firstData, drumEventsFound);
   } else if (!running) {
     SilenceEvent(eventStart, secondData);
-  } else if (!secondData) {
+  } else if (!secondData && !ReadsByTheLiteralRules<Store> && InsideWholeChunk(eventStart)) {
     SilenceRunningEvent(eventStart);
   }
   // Events in running status with two data bytes are left alone: after the
@@ -164,6 +164,9 @@ void BasicSmfReader<Store>::SilenceRunningEvent(int64_t eventStart) {
   writePos_ = eventStart;
   WriteByte(0x00);
   InsertByte();
+  // The inserted byte is counted as read: the rewrite changes how the event
+  // is written, never where the track's reading ends.
+  ++chunkConsumed_;
   writePos_ = eventStart + 1;
   WriteByte(0x40);
 }

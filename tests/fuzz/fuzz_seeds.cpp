@@ -35,6 +35,14 @@ int main(int argc, char** argv) {
             cat({{0x00, 0xC0, 0x05}, note(0, 0x90, 60, 1), kEndOfTrack}),
             cat({kick, note(240, 0x89, 36, 0), kEndOfTrack})}));
   Save(dir, index++, smf(0, 0xE728, {cat({{0x00, 0xF0, 0x05, 1, 2, 3, 4, 0xF7}, kick})}));
+  // Running events after a silenced one in tracks without End of Track,
+  // whole and cut short.
+  const Bytes growing = smf(1, 96,
+                            {cat({kick, note(96, 0x89, 36, 64), kEndOfTrack}),
+                             Bytes{0x00, 0xC0, 0x05, 0x00, 0x06, 0x00, 0x07},
+                             cat({kEndOfTrack})});
+  Save(dir, index++, growing);
+  Save(dir, index++, Bytes(growing.begin(), growing.end() - 10));
   SmfGenerator generator(1);
   for (int i = 0; i < 200; ++i) Save(dir, index++, generator.File());
   for (int i = 0; i < 50; ++i) Save(dir, index++, generator.Noise());

@@ -52,4 +52,13 @@ class LiteralStore {
   uint64_t capacity_;
 };
 
+// The same, by the literal rules: events in running status are left as they
+// stand, so that the reader's rewrite of them can be held to reading exactly
+// what these rules read.
+class LiteralRulesStore : public LiteralStore {
+ public:
+  using LiteralStore::LiteralStore;
+  static constexpr bool kLiteralRules = true;
+};
+
 }  // namespace rw::groove::testing
