@@ -1,8 +1,9 @@
 """Reads a style description (.groove) into timed lists of drum notes.
 
 A description is plain text, one style per file: its main groove and,
-optionally, a fill and an ending in sections of their own, so that an author
-reads the whole style in one place; grooves/README.md is the author's guide.
+optionally, a variation, a count-in, a fill and an ending in sections of
+their own, so that an author reads the whole style in one place;
+grooves/README.md is the author's guide.
 The reader is strict on purpose: a mistake in a pattern must stop the build
 rather than ship a groove that the plug-in would place with the wrong meter
 or length.
@@ -42,10 +43,37 @@ VELOCITY_SPREAD = 6
 TRAILING_STROKE_PERCENT = 70
 
 
-# The parts of a style and the subfolder of the groove folder that holds each
-# one's file, named like the style; the plug-in lists only the top folder.
-PART_FOLDERS = {"main": "", "fill": "Fills", "ending": "Endings"}
-COMPANIONS = ("fill", "ending")
+@dataclass(frozen=True)
+class PartKind:
+    """One kind of part a style may have. Its name is the section keyword of
+    a description and the word of "measure N like NAME M"; its folder is the
+    subfolder of the groove folder that holds its file, named like the style
+    (the plug-in lists only the top folder, so only main grooves show as
+    styles)."""
+
+    name: str
+    folder: str
+    settings: tuple
+
+
+# Every kind of part, in the order a style lists them. The main groove sets
+# what the style shares (its name and division); the others may restate its
+# meter, have their own tempo and length, and an ending may say how it stops.
+SHARED_SETTINGS = ("meter", "tempo", "measures")
+PART_KINDS = (
+    PartKind("main", "", ("name", "meter", "tempo", "division", "measures")),
+    PartKind("variation", "Variations", SHARED_SETTINGS),
+    PartKind("count-in", "Count-ins", SHARED_SETTINGS),
+    PartKind("fill", "Fills", SHARED_SETTINGS),
+    PartKind("ending", "Endings", SHARED_SETTINGS + ("finish",)),
+)
+PARTS = {kind.name: kind for kind in PART_KINDS}
+SECTION_KEYWORDS = tuple(kind.name for kind in PART_KINDS if kind.name != "main")
+ALL_SETTINGS = tuple(dict.fromkeys(key for kind in PART_KINDS for key in kind.settings))
+
+# How an ending stops: on a crash left to ring (the usual last hit), or dry,
+# the cymbals silent, as a tango or a stop-time figure ends.
+FINISHES = ("crash", "dry")
 
 
 class GrooveError(Exception):
@@ -70,6 +98,7 @@ class Groove:
     measures: int
     notes: list = field(default_factory=list)
     part: str = "main"
+    finish: str = None  # an ending's last hit, one of FINISHES
 
     @property
     def ticks_per_beat(self):
@@ -86,7 +115,7 @@ class Groove:
     @property
     def file_name(self):
         """Path relative to the groove folder, with '/' between folders."""
-        folder = PART_FOLDERS[self.part]
+        folder = PARTS[self.part].folder
         return (folder + "/" if folder else "") + self.name + ".mid"
 
     @property
@@ -96,15 +125,24 @@ class Groove:
 
 @dataclass
 class Style:
-    """A main groove with its optional fill and ending, all of one meter."""
+    """A main groove and the companions its description has, all of one
+    meter, by the name of their kind."""
 
-    main: Groove
-    fill: Groove = None
-    ending: Groove = None
+    grooves: dict
+
+    @property
+    def main(self):
+        return self.grooves["main"]
+
+    def part(self, kind):
+        """The style's groove of that kind, or None when it has none."""
+        if kind not in PARTS:
+            raise KeyError(f"no part is called '{kind}'")
+        return self.grooves.get(kind)
 
     @property
     def parts(self):
-        return [groove for groove in (self.main, self.fill, self.ending) if groove]
+        return [self.grooves[kind.name] for kind in PART_KINDS if kind.name in self.grooves]
 
 
 def measure_count_by_plugin_rule(last_event_tick, ticks_per_measure):
@@ -149,11 +187,6 @@ class _Section:
 class _Reader:
     """Line-by-line state of one description."""
 
-    MAIN_KEYS = ("name", "meter", "tempo", "division", "measures")
-    # A companion shares the style's name and division; it may restate the
-    # meter (which must then be the main groove's) and play at its own tempo.
-    COMPANION_KEYS = ("meter", "tempo", "measures")
-
     def __init__(self, source):
         self.source = source
         self.sections = {"main": _Section("main")}
@@ -176,14 +209,14 @@ class _Reader:
                 self.fail(number, str(error))
 
     def _read_line(self, number, line):
-        if line in COMPANIONS:
+        if line in SECTION_KEYWORDS:
             self._start_section(number, line)
             return
         header = re.fullmatch(r"([a-z]+)\s*:\s*(.+)", line)
         if header:
             self._read_setting(number, *header.groups())
             return
-        block = re.fullmatch(r"measure\s+(\d+)(?:\s+like\s+(?:([a-z]+)\s+)?(\d+))?", line)
+        block = re.fullmatch(r"measure\s+(\d+)(?:\s+like\s+(?:([a-z-]+)\s+)?(\d+))?", line)
         if block:
             self._start_measure(number, int(block.group(1)), block.group(2), block.group(3))
             return
@@ -212,11 +245,14 @@ class _Reader:
 
     def _read_setting(self, number, key, value):
         section = self.section
-        allowed = self.MAIN_KEYS if section.part == "main" else self.COMPANION_KEYS
-        if key not in self.MAIN_KEYS:
+        if key not in ALL_SETTINGS:
             self.fail(number, f"unknown setting '{key}'")
-        if key not in allowed:
-            self.fail(number, f"'{key}' belongs to the main groove; the {section.part} shares it")
+        if key not in PARTS[section.part].settings:
+            if key in PARTS["main"].settings:
+                self.fail(number, f"'{key}' belongs to the main groove; "
+                                  f"the {section.part} shares it")
+            owners = " or ".join(kind.name for kind in PART_KINDS if key in kind.settings)
+            self.fail(number, f"'{key}' is a setting of the {owners}, not of the {section.part}")
         if key in section.header:
             self.fail(number, f"'{key}' given twice")
         if section.blocks:
@@ -230,9 +266,9 @@ class _Reader:
         lines = {}
         if like is not None:
             model_part = like_part or section.part
-            if model_part not in PART_FOLDERS:
-                self.fail(number, f"'like {model_part} {like}': a measure can be like one "
-                                  "of main, fill or ending")
+            if model_part not in PARTS:
+                self.fail(number, f"'like {model_part} {like}': a measure can be like one of "
+                                  + ", ".join(kind.name for kind in PART_KINDS))
             model_section = self.sections.get(model_part)
             if model_section is None:
                 self.fail(number, f"measure {measure} is like the {model_part}, "
@@ -286,7 +322,7 @@ def _place_notes(section, reader, groove, where):
     of its grid step, so that every note-off lies before the next step and the
     last one stays inside the groove's last measure."""
     # The main groove's seed is the name alone, so that its bytes do not
-    # change when a fill or an ending is added to its description.
+    # change when a companion is added to its description.
     humanise = random.Random(groove.name if groove.part == "main"
                              else f"{groove.name}/{groove.part}")
     tpm = groove.ticks_per_measure
@@ -313,7 +349,7 @@ def _place_notes(section, reader, groove, where):
 
 
 def _check_length(where, groove):
-    """The plug-in measures a fill or an ending by the same rule as a main
+    """The plug-in measures every companion by the same rule as a main
     groove, so each part is held to the length its description states."""
     if not groove.notes:
         raise GrooveError(f"{where}: the pattern has no strokes")
@@ -358,7 +394,15 @@ def _companion(header, part, main):
         division=main.division,
         measures=_whole_number(header, "measures", 1, 64),
         part=part,
+        finish=_finish(header) if part == "ending" else None,
     )
+
+
+def _finish(header):
+    finish = header.get("finish", FINISHES[0])
+    if finish not in FINISHES:
+        raise GrooveError(f"'finish: {finish}' must be one of " + ", ".join(FINISHES))
+    return finish
 
 
 def parse_style(text, source="<description>"):
@@ -382,7 +426,7 @@ def parse_style(text, source="<description>"):
                               f"express a 1/{groove.denominator} beat")
         _place_notes(section, reader, groove, where)
         _check_length(where, groove)
-    return Style(grooves["main"], grooves.get("fill"), grooves.get("ending"))
+    return Style({kind.name: grooves[kind.name] for kind in PART_KINDS if kind.name in grooves})
 
 
 def parse_groove(text, source="<description>"):

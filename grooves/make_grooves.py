@@ -4,9 +4,11 @@
     python3 grooves/make_grooves.py OUT_DIR [DESCRIPTION ...]
 
 Without descriptions it reads every grooves/patterns/*.groove. A style's main
-groove is written as "<name>.mid" into OUT_DIR, its fill as
-"Fills/<name>.mid" and its ending as "Endings/<name>.mid"; folders are
-created when missing. The plug-in lists a style by its file name less ".mid".
+groove is written as "<name>.mid" into OUT_DIR, and each companion under the
+same name in its kind's subfolder (groove_format.PART_KINDS): its variation
+in "Variations", its count-in in "Count-ins", its fill in "Fills" and its
+ending in "Endings"; folders are created when missing. The plug-in lists a
+style by its file name less ".mid".
 A description that cannot give a correct groove stops the run with a message
 and exit code 1, before any file is written.
 """

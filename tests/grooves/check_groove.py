@@ -3,12 +3,13 @@
 
     check_groove.py --description D.groove --grooves DIR [--rwgroove PATH]
 
-DIR is the groove folder: the main groove is DIR/NAME.mid, its fill
-DIR/Fills/NAME.mid and its ending DIR/Endings/NAME.mid. Each file is read
-here with a parser of its own (not the generator's code) and, when rwgroove
-is given, by the plug-in's reader; a companion that the description does not
-have must not be there either. Prints one line per failed check and exits 1
-when any failed.
+DIR is the groove folder: the main groove is DIR/NAME.mid and each companion
+lies in its kind's subfolder (DIR/Variations/NAME.mid, DIR/Count-ins/NAME.mid,
+DIR/Fills/NAME.mid, DIR/Endings/NAME.mid). Each file is read here with a
+parser of its own (not the generator's code) and, when rwgroove is given, by
+the plug-in's reader; the notes read back must be what one drummer plays
+(drumming.py), and a companion that the description does not have must not be
+there either. Prints one line per failed check and exits 1 when any failed.
 """
 
 import argparse
@@ -21,7 +22,8 @@ import sys
 sys.dont_write_bytecode = True
 sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[2] / "grooves"))
 
-from groove_format import PART_FOLDERS, read_style_file  # noqa: E402
+from drumming import part_faults, with_notes  # noqa: E402
+from groove_format import PART_KINDS, Note, read_style_file  # noqa: E402
 
 GM_DRUM_KEYS = range(35, 82)
 EXPECTED_DIVISION = 480
@@ -84,6 +86,7 @@ class Checker:
     def __init__(self, groove):
         self.groove = groove
         self.failures = []
+        self.notes = []
 
     def expect(self, condition, message):
         if not condition:
@@ -130,11 +133,13 @@ class Checker:
             if status == 0x99 and data[1] > 0:
                 self.expect(key not in sounding, f"key {key} struck again at {tick} "
                                                  "before its note off")
-                sounding[key] = tick
+                sounding[key] = (tick, data[1])
                 velocities.append(data[1])
             else:
                 self.expect(key in sounding, f"note off of key {key} at {tick} without note on")
-                sounding.pop(key, None)
+                if key in sounding:
+                    start, velocity = sounding.pop(key)
+                    self.notes.append(Note(start, tick - start, key, velocity))
         self.expect(not sounding, f"keys {sorted(sounding)} never released")
         self.expect(len(set(velocities)) >= 3, f"velocities {sorted(set(velocities))} "
                                                "do not vary")
@@ -174,12 +179,14 @@ class Checker:
                     f"rwgroove keys {keys} are not all General MIDI drum keys")
 
 
-def check_file(groove, midi, rwgroove):
+def check_file(groove, main, midi, rwgroove):
     checker = Checker(groove)
     try:
         checker.file_structure(midi.read_bytes())
     except (OSError, ValueError, IndexError) as error:
         checker.failures.append(f"cannot read {midi}: {error}")
+    if checker.notes:
+        checker.failures += part_faults(with_notes(groove, checker.notes), main)
     if rwgroove:
         checker.reader_view(rwgroove, midi)
     return checker.failures
@@ -195,18 +202,19 @@ def main():
     style = read_style_file(args.description)
     failed = False
     for groove in style.parts:
-        failures = check_file(groove, args.grooves / groove.file_name, args.rwgroove)
+        failures = check_file(groove, style.main, args.grooves / groove.file_name,
+                              args.rwgroove)
         for failure in failures:
             print(f"{groove.file_name}: {failure}")
         if not failures:
             print(f"{groove.file_name}: ok, {groove.measures} measure(s)"
                   + ("" if args.rwgroove else " (without rwgroove)"))
         failed = failed or bool(failures)
-    present = {groove.part for groove in style.parts}
-    for part, folder in PART_FOLDERS.items():
-        stray = args.grooves / folder / (style.main.name + ".mid")
-        if part not in present and stray.exists():
-            print(f"{folder}/{stray.name}: the description has no {part}, yet the file is there")
+    for kind in PART_KINDS:
+        stray = args.grooves / kind.folder / (style.main.name + ".mid")
+        if style.part(kind.name) is None and stray.exists():
+            print(f"{kind.folder}/{stray.name}: the description has no {kind.name}, "
+                  "yet the file is there")
             failed = True
     return 1 if failed else 0
 

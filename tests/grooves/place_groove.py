@@ -2,9 +2,10 @@
 the main groove alone over a region one measure longer than two of its
 repetitions, once per groove length, the last repetition cut at the
 region's end; then the whole phrase, with a fill every 4 measures and the
-ending, chosen with the dialog's controls, over two phrases and the ending.
-Every stroke that falls inside a placement's measures must be written,
-without a single message.
+ending, chosen with the dialog's controls, over two phrases and the ending;
+then the variation and the count-in, each alone in the same way as the only
+style of a folder of its own. Every stroke that falls inside a placement's
+measures must be written, without a single message.
 
     place_groove.py --description D.groove --grooves DIR --cantel-host EXE --plugin LIB --work DIR
 """
@@ -50,19 +51,19 @@ def main_placements(first, last, length, part):
 def phrase_placements(style, measures, phrase):
     """Where each part goes: the ending at the end, a fill closing each whole
     phrase, the groove repeated before it."""
-    ending = style.ending.measures if style.ending else 0
-    body_last = measures - ending
+    fill, ending = style.part("fill"), style.part("ending")
+    body_last = measures - (ending.measures if ending else 0)
     placed = []
     for start in range(1, body_last + 1, phrase):
         last = start + phrase - 1
-        if last > body_last or not style.fill or style.fill.measures >= phrase:
+        if last > body_last or not fill or fill.measures >= phrase:
             placed += main_placements(start, min(last, body_last), style.main.measures, style.main)
             continue
-        fill_first = last - style.fill.measures + 1
+        fill_first = last - fill.measures + 1
         placed += main_placements(start, fill_first - 1, style.main.measures, style.main)
-        placed.append((style.fill, fill_first, last))
+        placed.append((fill, fill_first, last))
     if ending:
-        placed.append((style.ending, body_last + 1, measures))
+        placed.append((ending, body_last + 1, measures))
     return placed
 
 
@@ -103,6 +104,14 @@ def style_folder(style, grooves, folder):
         shutil.copyfile(grooves / groove.file_name, target)
 
 
+def own_folder(groove, grooves, folder):
+    """A groove folder whose only style is this companion, under the style's
+    name, so that the dialog offers it like a main groove."""
+    shutil.rmtree(folder, ignore_errors=True)
+    folder.mkdir(parents=True)
+    shutil.copyfile(grooves / groove.file_name, folder / (groove.name + ".mid"))
+
+
 def main():
     parser = argparse.ArgumentParser()
     for option in ("--description", "--grooves", "--cantel-host", "--plugin", "--work"):
@@ -118,8 +127,9 @@ def main():
 
     length = style.main.measures
     alone = 2 * length + 1
-    phrase_measures = 8 + (style.ending.measures if style.ending else 0)
-    phrase_dialog = [{"select": 1021, "text": "4 measures"}] + ([{"click": 23}] if style.ending else [])
+    ending = style.part("ending")
+    phrase_measures = 8 + (ending.measures if ending else 0)
+    phrase_dialog = [{"select": 1021, "text": "4 measures"}] + ([{"click": 23}] if ending else [])
     runs = [
         (stem + ".alone", scenario_for(style, main_placements(1, alone, length, style.main), alone, [],
                                        "Starter groove %s placed in its own meter" % style.main.name,
@@ -129,6 +139,15 @@ def main():
                                         "Starter groove %s with a fill every 4 measures and its ending"
                                         % style.main.name, os.path.relpath(folder, work))),
     ]
+    for groove in (style.part("variation"), style.part("count-in")):
+        if groove is None:
+            continue
+        name = stem + "." + groove.part
+        own_folder(groove, grooves, work / name)
+        alone = 2 * groove.measures + 1
+        runs.append((name, scenario_for(style, main_placements(1, alone, groove.measures, groove),
+                                        alone, [], "Starter groove %s placed alone in its own meter"
+                                        % groove.title, name)))
     failed = 0
     for name, scenario in runs:
         scenario_file = work / (name + ".json")

@@ -114,11 +114,11 @@ class AFillAndAnEndingAreCheckedAsTheirMainGroove(unittest.TestCase):
         self.assertEqual([(g.file_name, g.numerator, g.measures) for g in style.parts],
                          [("Test.mid", 4, 1), ("Fills/Test.mid", 4, 1),
                           ("Endings/Test.mid", 4, 2)])
-        fill_keys = sorted({note.key for note in style.fill.notes})
+        fill_keys = sorted({note.key for note in style.part("fill").notes})
         self.assertEqual(fill_keys, [36, 38])  # the kick copied from the main groove
         # The final crash on beat 1, one step long, ends late enough in the
         # last measure to keep it counted, and inside it.
-        last = max(note.tick + note.length for note in style.ending.notes)
+        last = max(note.tick + note.length for note in style.part("ending").notes)
         self.assertEqual(last, 2 * 1920 - 1920 // 8)
 
     def assertRefused(self, companion, pattern):
@@ -152,6 +152,65 @@ class AFillAndAnEndingAreCheckedAsTheirMainGroove(unittest.TestCase):
                            "like the fill, which is not described")
         with self.assertRaisesRegex(GrooveError, "must follow the main groove"):
             parse_style("name: T\nmeter: 4/4\ntempo: 90\nmeasures: 1\nfill\n")
+
+
+class EveryKindOfPartComesFromOneTable(unittest.TestCase):
+    # The sections in another order than a style lists its parts, each
+    # copying a measure of a section above it.
+    STYLE = describe("""\
+        measure 1
+        HH  x.x.x.x.
+        BD  X...X...
+
+        count-in
+        measures: 1
+        measure 1
+        SS  x x x x
+
+        ending
+        measures: 1
+        finish: dry
+        measure 1 like count-in 1
+        BD  X
+
+        variation
+        measures: 1
+        measure 1 like main 1
+        HH  ........
+        RD  x.x.x.x.
+        """)
+
+    def test_the_parts_come_in_the_tables_order_with_their_folders_and_titles(self):
+        style = parse_style(self.STYLE)
+        self.assertEqual([(g.part, g.file_name, g.title) for g in style.parts], [
+            ("main", "Test.mid", "Test"),
+            ("variation", "Variations/Test.mid", "Test (variation)"),
+            ("count-in", "Count-ins/Test.mid", "Test (count-in)"),
+            ("ending", "Endings/Test.mid", "Test (ending)"),
+        ])
+        self.assertIsNone(style.part("fill"))
+        with self.assertRaises(KeyError):
+            style.part("intro")
+
+    def test_a_measure_copies_a_measure_of_any_section_above_it(self):
+        style = parse_style(self.STYLE)
+        self.assertEqual(sorted({n.key for n in style.part("variation").notes}), [36, 51])
+        self.assertEqual(sorted({n.key for n in style.part("ending").notes}), [36, 37])
+        with self.assertRaisesRegex(GrooveError, "like the variation, which is not described"):
+            parse_style(describe("measure 1\nBD XXXX\nfill\nmeasures: 1\n"
+                                 "measure 1 like variation 1\n"))
+
+    def test_only_an_ending_says_how_it_finishes(self):
+        style = parse_style(self.STYLE)
+        self.assertEqual(style.part("ending").finish, "dry")
+        plain = describe("measure 1\nBD XXXX\nending\nmeasures: 1\nmeasure 1\nBD X\n")
+        self.assertEqual(parse_style(plain).part("ending").finish, "crash")
+        with self.assertRaisesRegex(GrooveError, "'finish: wet' must be one of crash, dry"):
+            parse_style(self.STYLE.replace("finish: dry", "finish: wet"))
+        with self.assertRaisesRegex(GrooveError, "'finish' is a setting of the ending, "
+                                                 "not of the count-in"):
+            parse_style(self.STYLE.replace("count-in\nmeasures: 1",
+                                           "count-in\nfinish: dry\nmeasures: 1"))
 
 
 class TheFileCarriesWhatTheReaderNeeds(unittest.TestCase):
@@ -200,24 +259,23 @@ class TheScriptWritesOneFilePerName(unittest.TestCase):
     def test_a_style_writes_its_companions_into_their_folders(self):
         with tempfile.TemporaryDirectory() as folder:
             root = pathlib.Path(folder)
-            (root / "t.groove").write_text(AFillAndAnEndingAreCheckedAsTheirMainGroove.STYLE)
+            (root / "t.groove").write_text(EveryKindOfPartComesFromOneTable.STYLE)
             self.assertEqual(make_grooves.main([str(root / "out"), str(root / "t.groove"),
                                                 "--quiet"]), 0)
             written = sorted(str(path.relative_to(root / "out"))
                              for path in (root / "out").rglob("*.mid"))
-            self.assertEqual(written, ["Endings/Test.mid", "Fills/Test.mid", "Test.mid"])
+            self.assertEqual(written, ["Count-ins/Test.mid", "Endings/Test.mid", "Test.mid",
+                                       "Variations/Test.mid"])
 
-    def test_every_shipped_description_is_valid(self):
+    def test_every_shipped_style_has_all_its_files(self):
         with tempfile.TemporaryDirectory() as folder:
             self.assertEqual(make_grooves.main([folder, "--quiet"]), 0)
             root = pathlib.Path(folder)
             styles = sorted(path.name for path in root.glob("*.mid"))
-            self.assertGreaterEqual(len(styles), 32)
-            self.assertEqual(sorted(path.name for path in root.glob("Fills/*.mid")), styles)
-            endings = {path.name for path in root.glob("Endings/*.mid")}
-            self.assertGreaterEqual(len(endings), 24)
-            self.assertLessEqual(endings, set(styles))
-
+            self.assertGreaterEqual(len(styles), 36)
+            for companions in ("Variations", "Count-ins", "Fills", "Endings"):
+                self.assertEqual(sorted(path.name for path in root.glob(companions + "/*.mid")),
+                                 styles, companions)
 
 if __name__ == "__main__":
     unittest.main()
