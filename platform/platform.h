@@ -1,7 +1,8 @@
 // Every operating-system service the plug-in uses, behind one header. The
 // Windows build calls the system; the POSIX build maps each service as the
 // project's design notes describe (module look-up with dlopen, registry as a
-// folder, the string table compiled in, directory search with filesystem).
+// folder, the string table compiled in, directory search with filesystem,
+// the user's folder from the XDG variables, no fonts: the host draws).
 #pragma once
 
 #include <cstddef>
@@ -54,10 +55,10 @@ long RegOpenKeyExA(const char* subKey, std::uint32_t options, std::uint32_t acce
                    RegistryKey* key);
 // Reads at most *size bytes of the value; *size receives its length. A value
 // longer than *size fails and writes nothing.
-long RegQueryValueExA(RegistryKey key, const char* name, std::uint32_t* type,
-                      std::uint8_t* data, std::uint32_t* size);
-long RegSetValueExA(RegistryKey key, const char* name, std::uint32_t type,
-                    const std::uint8_t* data, std::uint32_t size);
+long RegQueryValueExA(RegistryKey key, const char* name, std::uint32_t* type, std::uint8_t* data,
+                      std::uint32_t* size);
+long RegSetValueExA(RegistryKey key, const char* name, std::uint32_t type, const std::uint8_t* data,
+                    std::uint32_t size);
 long RegCloseKey(RegistryKey key);
 
 // --- Files -------------------------------------------------------------------
@@ -81,11 +82,46 @@ inline FindHandle const kInvalidFindHandle = reinterpret_cast<FindHandle>(~std::
 // has no UTF-16 form and is not found.
 FindHandle FindFirstFileW(const char16_t* pattern, FindData* found);
 bool FindNextFileW(FindHandle search, FindData* found);
+// Ends a search that FindFirstFileW opened, whether or not it ran to its
+// end; false for a handle that is no open search. Every search is closed:
+// the style library walks folders of folders each time the dialog opens.
+bool FindClose(FindHandle search);
+#if !defined(_WIN32)
+// How many searches are open now. The POSIX search holds its folder's list
+// until it is closed, so a search left open shows here (for tests).
+std::size_t OpenSearches();
+#endif
 
 bool DeleteFileW(const char16_t* path);
 // The C runtime's wide-character open; use the standard stdio calls after it.
 std::FILE* OpenFileW(const char16_t* path, const char* mode);
 // Flushes an open file and cuts it to `size` bytes.
 bool TruncateFile(std::FILE* file, std::uint64_t size);
+
+// --- The user's own groove folder ------------------------------------------
+
+inline constexpr char16_t kUserGrooveFolderName[] = u"Rhythm Weave";
+
+// The path of the folder the user keeps grooves of their own in, whether or
+// not it exists, zero-terminated and without a separator at its end:
+// kUserGrooveFolderName in the Documents folder the user's profile names
+// (wherever the user has moved it) on Windows, in $XDG_DATA_HOME (or
+// $HOME/.local/share when that is unset, empty or relative) on POSIX. False,
+// with the buffer empty when there is one, when there is no such folder to
+// name or the path with its terminator does not fit in `capacity` units.
+// The folder is the user's to make: nothing is ever created here.
+bool UserGrooveFolder(char16_t* buffer, std::size_t capacity);
+
+// --- Fonts -----------------------------------------------------------------
+
+using FontHandle = void*;
+
+// A new fixed-width font as tall as the dialog's own, in its character set,
+// for a control that lines text up in columns (the caller sets it with
+// WM_SETFONT and deletes it when the dialog goes). Null when none could be
+// made, and always on POSIX, where the host draws the controls.
+FontHandle CreateFixedWidthFont(void* dialog);
+// Deletes a font CreateFixedWidthFont made; null is ignored.
+void DeleteFont(FontHandle font);
 
 }  // namespace rw::platform

@@ -56,9 +56,9 @@ std::string action_event(const DialogAction& action) {
 }
 
 std::string remove_groove_file(const std::string& name) {
-  const auto& component = state().component_path;
-  if (!component) return "no groove folder";
-  const fs::path file = fs::u8path(*component) / "Rhythm Weave" / fs::u8path(name);
+  const auto& folder = state().groove_folder;
+  if (!folder) return "no groove folder";
+  const fs::path file = fs::u8path(*folder) / fs::u8path(name);
   std::error_code error;
   if (!fs::is_regular_file(file, error)) return "no such file";
   if (!fs::remove(file, error)) return "not removed: " + error.message();

@@ -93,6 +93,8 @@ class DocumentImpl final : public Document {
     if (kind == CX_PATH_COMPONENT_FILES) state().component_path = path;
   }
 
+  void set_groove_folder(const std::string& path) override { state().groove_folder = path; }
+
   void script_answers(const std::vector<std::uint16_t>& answers) override {
     state().answers.assign(answers.begin(), answers.end());
   }

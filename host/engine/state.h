@@ -59,6 +59,7 @@ struct State {
   std::vector<FontEntry> fonts;
   std::optional<std::string> temporary_path;
   std::optional<std::string> component_path;
+  std::optional<std::string> groove_folder;  // the plug-in's, inside component_path
   std::deque<std::uint16_t> answers;
   std::vector<DialogAction> dialog_script;
   std::set<std::uint32_t> refused_tags;

@@ -22,9 +22,15 @@ std::vector<std::uint16_t> answers_of(const json& holder) {
 }
 
 Invoke parse_invoke(const json& run) {
-  static const char* const kKeys[] = {
-      "selection",           "dialog",  "answers",    "add_groove_files",
-      "remove_groove_files", "setting", "description"};
+  static const char* const kKeys[] = {"selection",
+                                      "dialog",
+                                      "answers",
+                                      "add_groove_files",
+                                      "remove_groove_files",
+                                      "add_user_groove_files",
+                                      "remove_user_groove_files",
+                                      "setting",
+                                      "description"};
   for (const auto& [key, value] : run.items()) {
     if (std::find(std::begin(kKeys), std::end(kKeys), key) == std::end(kKeys)) {
       throw std::runtime_error("an invoke has no key \"" + key + "\"");
@@ -37,7 +43,21 @@ Invoke parse_invoke(const json& run) {
   invoke.answers = answers_of(run);
   invoke.add_groove_files = run.value("add_groove_files", json::array());
   invoke.remove_groove_files = run.value("remove_groove_files", std::vector<std::string>{});
+  invoke.add_user_groove_files = run.value("add_user_groove_files", json::array());
+  invoke.remove_user_groove_files =
+      run.value("remove_user_groove_files", std::vector<std::string>{});
   if (run.contains("setting")) invoke.setting = run["setting"];
+  // Bad names are refused before the first run, not halfway through.
+  for (const char* key : {"add_groove_files", "add_user_groove_files"}) {
+    for (const json& g : run.value(key, json::array())) {
+      groove_path(key, g.at("name").get<std::string>());
+    }
+  }
+  for (const char* key : {"remove_groove_files", "remove_user_groove_files"}) {
+    for (const std::string& name : run.value(key, std::vector<std::string>{})) {
+      groove_path(key, name);
+    }
+  }
   return invoke;
 }
 
@@ -106,8 +126,11 @@ std::vector<Invoke> invokes_of(const Scenario& scenario) {
 
 void prepare_invoke(const Invoke& invoke, const RunFolders& folders,
                     cantel_engine::Document& document) {
-  add_groove_files(invoke.add_groove_files, folders);
-  remove_groove_files(invoke.remove_groove_files, folders);
+  add_groove_files("add_groove_files", invoke.add_groove_files, folders.grooves);
+  remove_groove_files("remove_groove_files", invoke.remove_groove_files, folders.grooves);
+  add_groove_files("add_user_groove_files", invoke.add_user_groove_files, folders.user_grooves);
+  remove_groove_files("remove_user_groove_files", invoke.remove_user_groove_files,
+                      folders.user_grooves);
   if (invoke.setting) write_setting(*invoke.setting, folders);
   document.clear_run_log();
   document.script_answers(invoke.answers);

@@ -17,6 +17,8 @@ struct Invoke {
   std::vector<std::uint16_t> answers;
   json add_groove_files = json::array();
   std::vector<std::string> remove_groove_files;
+  json add_user_groove_files = json::array();
+  std::vector<std::string> remove_user_groove_files;
   std::optional<json> setting;
 };
 

@@ -91,6 +91,7 @@ int run(const Options& options) {
   const std::vector<Invoke> invokes = invokes_of(scenario);
   const RunFolders folders = prepare_folders(scenario);
   set_environment("XDG_CONFIG_HOME", utf8(folders.config));
+  point_user_data(folders);
   prepare_setting(scenario, folders);
   apply_locale(scenario);
 
@@ -195,8 +196,9 @@ int run(const Options& options) {
 
   result["open_frames"] = document.open_frames();
   result["refused_writes"] = document.refused_writes();
-  result["temporary_file_left"] = fs::exists(folders.temporary / "RhythmWeave$$Temp$$File.mid");
+  result["temporary_file_left"] = fs::exists(folders.temporary_file);
   result["temp_files"] = temp_files_after(folders);
+  result["user_folder"] = user_folder_after(folders);
   result["settings"] = settings_after(folders);
   result["settings_values"] = settings_values_after(folders);
   const json after = score_json(document);

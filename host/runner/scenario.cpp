@@ -244,6 +244,7 @@ void build_score(const Scenario& scenario, const RunFolders& folders, Document& 
   }
 
   document.set_path(CX_PATH_COMPONENT_FILES, utf8(folders.component_files));
+  document.set_groove_folder(utf8(folders.grooves));
   document.set_path(CX_PATH_TEMPORARY, utf8(folders.named_temporary) +
                                            static_cast<char>(fs::path::preferred_separator));
   const json faults = d.value("faults", json::object());

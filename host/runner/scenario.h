@@ -25,13 +25,21 @@ std::string hex(const cantel_engine::Bytes& bytes);
 // A path as UTF-8 in a plain std::string.
 std::string utf8(const std::filesystem::path& path);
 
-// The folders of one run, all inside a fresh working folder.
+// The folders of one run, all inside a fresh working folder, and the
+// plug-in's own folders and file in them. The names the plug-in gives them
+// are written in prepare_folders only; everything else reads the paths here.
 struct RunFolders {
   std::filesystem::path work;
-  std::filesystem::path component_files;  // holds "Rhythm Weave"
+  std::filesystem::path component_files;  // path kind 11
+  std::filesystem::path grooves;          // the groove folder in it
   std::filesystem::path temporary;        // the temporary folder
   std::filesystem::path named_temporary;  // what path kind 9 names: it, or a path through a file
+  std::filesystem::path temporary_file;   // the plug-in's file in the temporary folder
   std::filesystem::path config;           // XDG_CONFIG_HOME
+  // Where the user's own folders are: XDG_DATA_HOME on POSIX, the Documents
+  // folder the profile names on Windows. It exists, as a user's does.
+  std::filesystem::path user_data;
+  std::filesystem::path user_grooves;  // the user's own groove folder in it; made only on demand
 };
 
 struct Scenario {

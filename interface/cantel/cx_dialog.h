@@ -20,6 +20,9 @@
 
 /* A control's text; the word parameter is 0, the long one the text. */
 #define CX_WM_SETTEXT 0x000Cu
+/* A control's font; the word parameter is the font, the long one 0 (no
+ * redraw until the control next paints). */
+#define CX_WM_SETFONT 0x0030u
 
 /* List-box and drop-down list messages a plug-in sends to its controls. */
 #define CX_LB_ADDSTRING 0x0180u

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cstdio>
 #include <filesystem>
+#include <map>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -52,14 +54,22 @@ bool MatchesLikeWindows(const std::u16string& pattern, const std::u16string& nam
 }
 
 // The whole folder is read at the first call, so no descriptor stays open
-// between calls. One search at a time, as the plug-in uses it.
+// between calls; the list is the search's until FindClose. Every search
+// open is known here, so that a handle that is no open search (closed
+// already, or never one) is refused rather than followed. The host calls
+// its plug-ins on its UI thread only.
 struct Search {
   std::vector<FindData> found;
   std::size_t next = 0;
 };
-Search& TheSearch() {
-  static Search search;
-  return search;
+std::map<FindHandle, std::unique_ptr<Search>>& OpenSearchMap() {
+  static std::map<FindHandle, std::unique_ptr<Search>> open;
+  return open;
+}
+Search* OpenSearch(FindHandle handle) {
+  auto& open = OpenSearchMap();
+  const auto it = open.find(handle);
+  return it != open.end() ? it->second.get() : nullptr;
 }
 
 bool Deliver(Search& search, FindData* out) {
@@ -68,20 +78,14 @@ bool Deliver(Search& search, FindData* out) {
   return true;
 }
 
-}  // namespace
-
-FindHandle FindFirstFileW(const char16_t* pattern, FindData* found) {
-  Search& search = TheSearch();
-  search = Search{};
-  if (pattern == nullptr) return kInvalidFindHandle;
-  const std::u16string full(pattern);
-  const std::size_t slash = full.find_last_of(u"\\/");
-  const std::u16string folder = slash == std::u16string::npos ? u"." : full.substr(0, slash + 1);
-  const std::u16string namePattern = slash == std::u16string::npos ? full : full.substr(slash + 1);
-
+// The folder's entries that match, in the order of their upper-cased names.
+std::vector<FindData> ReadFolder(const std::u16string& folder, const std::u16string& namePattern,
+                                 bool& opened) {
+  std::vector<FindData> found;
   std::error_code error;
   std::filesystem::directory_iterator it(NativePath(folder.c_str()), error);
-  if (error) return kInvalidFindHandle;
+  opened = !error;
+  if (error) return found;
   for (const auto& entry : it) {
     const std::string narrow = entry.path().filename().string();
     if (!IsValidUtf8(narrow)) continue;  // it would be shown mangled and never open again
@@ -92,27 +96,48 @@ FindHandle FindFirstFileW(const char16_t* pattern, FindData* found) {
     data.attributes = directory ? kAttributeDirectory : kAttributeNormal;
     data.size = directory ? 0 : static_cast<std::uint64_t>(entry.file_size(error));
     std::copy(name.begin(), name.end(), data.fileName);
-    search.found.push_back(data);
+    found.push_back(data);
   }
   // Sorted by the upper-cased names, each computed once.
   std::vector<std::pair<std::u16string, std::size_t>> order;
-  order.reserve(search.found.size());
-  for (std::size_t i = 0; i < search.found.size(); ++i) {
-    order.emplace_back(Upper(std::u16string(search.found[i].fileName)), i);
+  order.reserve(found.size());
+  for (std::size_t i = 0; i < found.size(); ++i) {
+    order.emplace_back(Upper(std::u16string(found[i].fileName)), i);
   }
   std::sort(order.begin(), order.end());
   std::vector<FindData> sorted;
   sorted.reserve(order.size());
-  for (const auto& [key, index] : order) sorted.push_back(search.found[index]);
-  search.found = std::move(sorted);
-  if (!Deliver(search, found)) return kInvalidFindHandle;
-  return &search;
+  for (const auto& [key, index] : order) sorted.push_back(found[index]);
+  return sorted;
+}
+
+}  // namespace
+
+FindHandle FindFirstFileW(const char16_t* pattern, FindData* found) {
+  if (pattern == nullptr) return kInvalidFindHandle;
+  const std::u16string full(pattern);
+  const std::size_t slash = full.find_last_of(u"\\/");
+  const std::u16string folder = slash == std::u16string::npos ? u"." : full.substr(0, slash + 1);
+  const std::u16string namePattern = slash == std::u16string::npos ? full : full.substr(slash + 1);
+
+  bool opened = false;
+  auto search = std::make_unique<Search>();
+  search->found = ReadFolder(folder, namePattern, opened);
+  // Like the system's, a search that finds nothing is no search to close.
+  if (!opened || !Deliver(*search, found)) return kInvalidFindHandle;
+  FindHandle handle = search.get();
+  OpenSearchMap().emplace(handle, std::move(search));
+  return handle;
 }
 
 bool FindNextFileW(FindHandle handle, FindData* found) {
-  if (handle != &TheSearch()) return false;
-  return Deliver(TheSearch(), found);
+  Search* search = OpenSearch(handle);
+  return search != nullptr && Deliver(*search, found);
 }
+
+bool FindClose(FindHandle handle) { return OpenSearchMap().erase(handle) == 1; }
+
+std::size_t OpenSearches() { return OpenSearchMap().size(); }
 
 bool DeleteFileW(const char16_t* path) {
   std::error_code error;

@@ -72,6 +72,11 @@ bool FindNextFileW(FindHandle search, FindData* found) {
   return true;
 }
 
+bool FindClose(FindHandle search) {
+  if (search == kInvalidFindHandle || search == nullptr) return false;
+  return ::FindClose(static_cast<HANDLE>(search)) != 0;
+}
+
 bool DeleteFileW(const char16_t* path) {
   return ::DeleteFileW(reinterpret_cast<LPCWSTR>(path)) != 0;
 }

@@ -2,7 +2,9 @@
 # The Windows module itself: exactly the six exports, no runtime DLLs beside
 # the system's, and under Wine it loads only into a process that holds a host
 # module; the package holds it, the starter grooves with their fills and
-# endings, and the guide.
+# endings, and the guide. The platform's own calls answer under Wine as on
+# Windows: the user's groove folder follows a moved Documents folder, and a
+# dialog's fixed-width font matches the dialog's.
 set -euo pipefail
 cd "$(dirname "$0")/../.."
 
@@ -13,7 +15,7 @@ if [ ! -x "$wine" ]; then
 fi
 
 cmake --preset windows >/dev/null
-cmake --build --preset windows -j 2 --target RhythmWeave CantelEngine load_check
+cmake --build --preset windows -j 2 --target RhythmWeave CantelEngine load_check cantel-host platform_probe
 cmake --build --preset windows -j 2 --target package
 bin=build/windows/bin
 passed=0
@@ -29,8 +31,12 @@ exports=$(x86_64-w64-mingw32-objdump -p "$bin/RhythmWeave.dll" |
 expected="CantelExtensionEnumerate_UTF16 CantelExtensionGetMenuStatus CantelExtensionInit CantelExtensionInvoke CantelExtensionTerminate CantelExtensionVersion "
 check "the DLL exports exactly the six names (found: $exports)" test "$exports" = "$expected"
 
-imports=$(x86_64-w64-mingw32-objdump -p "$bin/RhythmWeave.dll" | awk '/DLL Name:/ {print tolower($3)}' | sort | tr '\n' ' ')
-check "the DLL needs only system DLLs (found: $imports)" test "$imports" = "advapi32.dll kernel32.dll msvcrt.dll user32.dll "
+# The DLLs every Windows has that the plug-in may use; it may need fewer.
+allowed="advapi32.dll gdi32.dll kernel32.dll msvcrt.dll shell32.dll user32.dll"
+imports=$(x86_64-w64-mingw32-objdump -p "$bin/RhythmWeave.dll" | awk '/DLL Name:/ {print tolower($3)}' | sort -u)
+others=$(comm -23 <(printf '%s\n' "$imports") <(printf '%s\n' $allowed))
+check "the DLL needs only the system DLLs $allowed (found: $(echo $imports))" \
+  test -n "$imports" -a -z "$others"
 
 export WINEDEBUG=-all
 export WINEPREFIX="${WINEPREFIX:-$PWD/build/windows/wineprefix}"
@@ -39,6 +45,29 @@ check "the DLL refuses to load without a host module (got: $without)" test "$wit
 with=$(cd "$bin" && "$wine" load_check.exe --engine CantelEngine.dll RhythmWeave.dll 2>/dev/null | tr -d '\r' || true)
 check "the DLL loads beside the host engine with its six exports" \
   test "$(printf '%s\n' "$with" | grep -c -e '^loaded$' -e ' found$')" = 7
+
+# The runner points the profile's Documents folder into the run's own folder,
+# as a user who moved it has it; the platform's call must find the user's
+# groove folder there, not in the profile's usual place. Then a dialog's
+# fixed-width font, in Western and Japanese type. Both need an X server.
+scenario=host_user_folder_holds_only_what_the_user_put_there
+probes=$(mktemp -d)
+xvfb-run -a bash -s "$wine" "$bin" "$scenario" "$probes" <<'PROBE'
+wine=$1 bin=$2 scenario=$3 probes=$4
+"$wine" "$bin/cantel-host.exe" run "tests/scenarios/$scenario.json" --check >"$probes/run.txt" 2>&1
+echo $? >"$probes/run.code"
+"$wine" "$bin/platform_probe.exe" user-folder 2>&1 | tr -d '\r' >"$probes/user-folder.txt"
+"$wine" "$bin/platform_probe.exe" fixed-font 2>&1 | tr -d '\r' >"$probes/fixed-font.txt"
+echo "${PIPESTATUS[0]}" >"$probes/fixed-font.code"
+PROBE
+user_folder=$(cat "$probes/user-folder.txt")
+check "the runner plays $scenario under Wine ($(tail -1 "$probes/run.txt"))" \
+  test "$(cat "$probes/run.code")" = 0
+check "the user's groove folder is in the Documents folder the runner moved (got: $user_folder)" \
+  test "${user_folder%\\cantel-host-$scenario\\Documents\\Rhythm Weave}" != "$user_folder"
+check "the fixed-width font follows the dialog's: $(tr '\n' ';' <"$probes/fixed-font.txt")" \
+  test "$(cat "$probes/fixed-font.code")" = 0
+rm -rf "$probes"
 
 package=$(ls build/windows/RhythmWeave-*-win64.zip)
 unpacked=build/windows/package-check

@@ -10,3 +10,17 @@ foreach(scenario ${runner_scenarios})
   add_test(NAME host_runner.${name}
     COMMAND cantel-host run ${scenario} --plugin $<TARGET_FILE:host_fake_plugin> --check)
 endforeach()
+
+# Groove names the runner refuses before anything runs: one test per case.
+set(refused_names ${CMAKE_CURRENT_SOURCE_DIR}/refused_names.json)
+set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${refused_names})
+file(READ ${refused_names} refusals)
+string(JSON refusal_count LENGTH "${refusals}")
+math(EXPR last_refusal "${refusal_count} - 1")
+foreach(index RANGE ${last_refusal})
+  string(JSON case GET "${refusals}" ${index} case)
+  add_test(NAME host_runner.refuses_${case}
+    COMMAND ${CMAKE_COMMAND} -DHOST=$<TARGET_FILE:cantel-host>
+            -DPLUGIN=$<TARGET_FILE:host_fake_plugin> -DCASES=${refused_names} -DINDEX=${index}
+            -DWORK=${CMAKE_CURRENT_BINARY_DIR}/refused_names -P ${CMAKE_CURRENT_SOURCE_DIR}/refused_name.cmake)
+endforeach()

@@ -1,13 +1,18 @@
 // The POSIX side of the platform: paths between UTF-16 and UTF-8, the
-// directory search with Windows' rules, the language of the string table.
+// directory search with Windows' rules and its closing, the user's groove
+// folder, the language of the string table.
 #include "platform.h"
 
 #include <gtest/gtest.h>
 #include <stdlib.h>
 
+#include <algorithm>
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "paths.h"
@@ -47,18 +52,25 @@ class TheDirectorySearch : public ::testing::Test {
   void TearDown() override { fs::remove_all(folder_); }
   void Touch(const std::string& name) { std::ofstream(folder_ / name) << "x"; }
 
-  // The names found, a folder's with a slash after it.
-  std::vector<std::u16string> Found(const std::u16string& pattern) {
+  // The names found in a folder (relative to folder_), a folder's with a
+  // slash after it, and the search closed.
+  std::vector<std::u16string> Found(const std::u16string& pattern, const std::string& sub = "") {
     std::vector<std::u16string> names;
     rw::platform::FindData found;
-    const std::u16string full = Utf8ToUtf16(folder_.string()) + u"\\" + pattern;
+    const std::u16string full = Utf8ToUtf16((folder_ / sub).string()) + u"\\" + pattern;
     auto search = rw::platform::FindFirstFileW(full.c_str(), &found);
     if (search == rw::platform::kInvalidFindHandle) return names;
     do {
-      const bool folder = (found.attributes & rw::platform::kAttributeDirectory) != 0;
-      names.push_back(std::u16string(found.fileName) + (folder ? u"/" : u""));
+      names.push_back(std::u16string(found.fileName) + (IsFolder(found) ? u"/" : u""));
     } while (rw::platform::FindNextFileW(search, &found));
+    EXPECT_TRUE(rw::platform::FindClose(search));
     return names;
+  }
+  static bool IsFolder(const rw::platform::FindData& found) {
+    return (found.attributes & rw::platform::kAttributeDirectory) != 0;
+  }
+  std::u16string Pattern(const std::u16string& pattern) {
+    return Utf8ToUtf16(folder_.string()) + u"/" + pattern;
   }
 
   fs::path folder_;
@@ -73,6 +85,146 @@ TEST_F(TheDirectorySearch, MatchesStarMidAsWindowsDoesInCaseInsensitiveOrder) {
   EXPECT_EQ(Found(u"*.mid"), (std::vector<std::u16string>{u"Bossa.MID", u"Fills.mid/", u"Long.midi",
                                                           u"samba.mid", u"Zz.Mid"}));
   EXPECT_TRUE(Found(u"*.wav").empty());
+}
+
+TEST_F(TheDirectorySearch, LeavesNothingOpenOnceClosedWhetherItRanToItsEndOrNot) {
+  for (const char* name : {"a.mid", "b.mid", "c.mid"}) Touch(name);
+  using namespace rw::platform;
+  FindData found;
+  EXPECT_EQ(Found(u"*.mid").size(), 3u);
+  EXPECT_EQ(OpenSearches(), 0u);
+
+  FindHandle early = FindFirstFileW(Pattern(u"*.mid").c_str(), &found);
+  ASSERT_NE(early, kInvalidFindHandle);
+  EXPECT_EQ(OpenSearches(), 1u);
+  EXPECT_TRUE(FindClose(early));
+  EXPECT_EQ(OpenSearches(), 0u);
+  // A closed search is gone: it neither delivers nor closes again.
+  EXPECT_FALSE(FindNextFileW(early, &found));
+  EXPECT_FALSE(FindClose(early));
+  EXPECT_FALSE(FindClose(kInvalidFindHandle));
+}
+
+TEST_F(TheDirectorySearch, ThatFindsNothingLeavesNoSearchOpen) {
+  Touch("notes.txt");
+  rw::platform::FindData found;
+  EXPECT_EQ(rw::platform::FindFirstFileW(Pattern(u"*.mid").c_str(), &found),
+            rw::platform::kInvalidFindHandle);
+  EXPECT_EQ(rw::platform::FindFirstFileW(Pattern(u"Missing/*.mid").c_str(), &found),
+            rw::platform::kInvalidFindHandle);
+  EXPECT_EQ(rw::platform::OpenSearches(), 0u);
+}
+
+TEST_F(TheDirectorySearch, OfASubfolderRunsWhileTheSearchOfItsParentIsOpen) {
+  // A library of folders of folders is walked with a search per level.
+  fs::create_directories(folder_ / "Latin" / "Fills");
+  fs::create_directories(folder_ / "Rock");
+  for (const char* name : {"Top.mid", "Latin/Samba.mid", "Latin/Bossa.mid", "Latin/Fills/Samba.mid",
+                           "Rock/Rock 1.mid"}) {
+    Touch(name);
+  }
+  std::vector<std::u16string> walked;
+  std::vector<std::string> pending = {""};
+  while (!pending.empty()) {
+    const std::string sub = pending.back();
+    pending.pop_back();
+    rw::platform::FindData found;
+    auto search =
+        rw::platform::FindFirstFileW(Utf8ToUtf16((folder_ / sub).string() + "/*").c_str(), &found);
+    ASSERT_NE(search, rw::platform::kInvalidFindHandle) << sub;
+    do {
+      const std::u16string name = found.fileName;
+      if (name == u"." || name == u"..") continue;
+      const std::string path = (fs::path(sub) / NativePath(name.c_str())).generic_string();
+      if (IsFolder(found)) {
+        // Searched at once, before the parent's search goes on.
+        for (const std::u16string& inner : Found(u"*.mid", path)) {
+          walked.push_back(Utf8ToUtf16(path) + u"/" + inner);
+        }
+        pending.push_back(path);
+      }
+    } while (rw::platform::FindNextFileW(search, &found));
+    EXPECT_TRUE(rw::platform::FindClose(search));
+  }
+  std::sort(walked.begin(), walked.end());
+  EXPECT_EQ(walked, (std::vector<std::u16string>{u"Latin/Bossa.mid", u"Latin/Fills/Samba.mid",
+                                                 u"Latin/Samba.mid", u"Rock/Rock 1.mid"}));
+  EXPECT_EQ(rw::platform::OpenSearches(), 0u);
+}
+
+// The variables the user's folder is named from, set for one test and put
+// back after it.
+class TheUserGrooveFolder : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    for (const char* name : {"XDG_DATA_HOME", "HOME"}) {
+      const char* value = std::getenv(name);
+      saved_.emplace_back(name,
+                          value != nullptr ? std::optional<std::string>(value) : std::nullopt);
+    }
+  }
+  void TearDown() override {
+    for (const auto& [name, value] : saved_) Set(name.c_str(), value ? value->c_str() : nullptr);
+  }
+  static void Set(const char* name, const char* value) {
+    value != nullptr ? ::setenv(name, value, 1) : ::unsetenv(name);
+  }
+  // The answer, or "none" when there is none.
+  static std::u16string Named(std::size_t capacity = rw::platform::kMaxPath) {
+    std::vector<char16_t> buffer(capacity, u'x');
+    if (!rw::platform::UserGrooveFolder(buffer.data(), capacity)) {
+      EXPECT_EQ(buffer[0], u'\0');
+      return u"none";
+    }
+    return buffer.data();
+  }
+
+  std::vector<std::pair<std::string, std::optional<std::string>>> saved_;
+};
+
+TEST_F(TheUserGrooveFolder, IsRhythmWeaveInTheDataHome) {
+  Set("HOME", "/home/ana");
+  Set("XDG_DATA_HOME", "/srv/data/ana");
+  EXPECT_EQ(Named(), u"/srv/data/ana/Rhythm Weave");
+  Set("XDG_DATA_HOME", "/srv/data/zo\xC3\xAB/");
+  EXPECT_EQ(Named(), u"/srv/data/zo\u00EB/Rhythm Weave");
+}
+
+TEST_F(TheUserGrooveFolder, IsInTheHomesSharedDataWhenXdgDataHomeIsUnsetEmptyOrRelative) {
+  Set("HOME", "/home/ana/");
+  for (const char* xdg : {static_cast<const char*>(nullptr), "", "data"}) {
+    Set("XDG_DATA_HOME", xdg);
+    EXPECT_EQ(Named(), u"/home/ana/.local/share/Rhythm Weave") << (xdg ? xdg : "unset");
+  }
+}
+
+TEST_F(TheUserGrooveFolder, IsNoneWhereNoFolderOrNoUtf16NameCanBeGiven) {
+  Set("XDG_DATA_HOME", nullptr);
+  Set("HOME", nullptr);
+  EXPECT_EQ(Named(), u"none");
+  Set("HOME", "");
+  EXPECT_EQ(Named(), u"none");
+  Set("XDG_DATA_HOME", "/srv/data/caf\xE9");
+  EXPECT_EQ(Named(), u"none");
+}
+
+TEST_F(TheUserGrooveFolder, FitsWithItsTerminatorOrIsNone) {
+  Set("XDG_DATA_HOME", "/d");
+  const std::u16string full = u"/d/Rhythm Weave";
+  EXPECT_EQ(Named(full.size() + 1), full);
+  EXPECT_EQ(Named(full.size()), u"none");
+  EXPECT_EQ(Named(1), u"none");
+  EXPECT_FALSE(rw::platform::UserGrooveFolder(nullptr, 10));
+}
+
+TEST_F(TheUserGrooveFolder, IsNamedButNeverMade) {
+  const fs::path data = fs::temp_directory_path() / ("rw-data-" + std::to_string(::getpid()));
+  fs::remove_all(data);
+  fs::create_directories(data);
+  Set("XDG_DATA_HOME", data.c_str());
+  EXPECT_EQ(Named(), Utf8ToUtf16(data.string()) + u"/Rhythm Weave");
+  EXPECT_TRUE(fs::is_empty(data));
+  fs::remove_all(data);
 }
 
 TEST(TheLanguage, FollowsLcAllThenLcMessagesThenLang) {

@@ -155,6 +155,10 @@ class Document {
   // Path kinds CX_PATH_TEMPORARY and CX_PATH_COMPONENT_FILES, UTF-8, given
   // as CX_GetCantelPath shall answer them.
   virtual void set_path(std::uint32_t kind, const std::string& path) = 0;
+  // The plug-in's groove folder (UTF-8), where the scripted user removes a
+  // groove file while the dialog is open. The host itself knows the folder
+  // only as the one its runner made.
+  virtual void set_groove_folder(const std::string& path) = 0;
   // Answers to the questions (style 36) in order.
   virtual void script_answers(const std::vector<std::uint16_t>& answers) = 0;
   virtual void script_dialog(const std::vector<DialogAction>& actions) = 0;
