@@ -67,9 +67,9 @@ struct BasicSmfReader<Store>::WindowRun {
   bool collect;
   bool canGrow;  // room for the chunk's length field, checked once
   uint64_t position;
-  uint64_t chunkStop;  // where the track's reading ends
-  uint64_t chunkEnd;   // where the chunk's bytes end
-  uint64_t stop;       // the first position not taken: chunk end or window
+  uint64_t chunkStop;      // where the track's reading ends
+  uint64_t chunkEnd;       // where the chunk's bytes end
+  uint64_t stop;           // the first position not taken: chunk end or window
   uint64_t countedGrowth;  // bytes inserted and counted as read
   int64_t writePos;
   uint8_t lastByte;
@@ -251,10 +251,9 @@ void BasicSmfReader<Store>::SilenceRun(WindowRun& run) {
   // Input bytes left before the chunk's own end: reading may run past it,
   // but a running event is rewritten only inside it, and only in a chunk the
   // file holds whole (insertions move the chunk's end and the file's alike).
-  int64_t insideChunk =
-      run.chunkEnd <= store.size()
-          ? static_cast<int64_t>(run.chunkEnd) - static_cast<int64_t>(run.position)
-          : 0;
+  int64_t insideChunk = run.chunkEnd <= store.size() ? static_cast<int64_t>(run.chunkEnd) -
+                                                           static_cast<int64_t>(run.position)
+                                                     : 0;
   uint64_t counted = 0;
   const uint8_t* limit = std::min(chunkEnd, store.InputEnd() - (WindowRun::kWindow - 1));
   const bool collect = run.collect;

@@ -54,6 +54,15 @@ constexpr std::array<const char*, 47> kNames = {"Acoustic Bass Drum",
                                                 "Mute Triangle",
                                                 "Open Triangle"};
 
+// As grooves/groove_format.py spells them, so that a grid reads like the
+// descriptions the grooves were written from.
+constexpr std::array<const char*, 47> kShortNames = {
+    "ABD", "BD",  "SS", "SN",  "CP",  "ES",  "LFT", "HH",  "HFT", "PH",  "LT",  "OH",
+    "LMT", "HMT", "CR", "HT",  "RD",  "CN",  "RB",  "TB",  "SP",  "CB",  "CR2", "VS",
+    "RD2", "HB",  "LB", "MHC", "OHC", "LC",  "HTI", "LTI", "HA",  "LA",  "CA",  "MA",
+    "SWH", "LWH", "SG", "LG",  "CL",  "HWB", "LWB", "MCU", "OCU", "MTR", "OTR"};
+static_assert(kShortNames.size() == kNames.size());
+
 }  // namespace
 
 std::string DrumKeyName(int key) {
@@ -61,6 +70,13 @@ std::string DrumKeyName(int key) {
     return kNames[static_cast<std::size_t>(key - kFirstKey)];
   }
   return "key " + std::to_string(key);
+}
+
+std::string DrumKeyShortName(int key) {
+  if (key >= kFirstKey && key < kFirstKey + static_cast<int>(kShortNames.size())) {
+    return kShortNames[static_cast<std::size_t>(key - kFirstKey)];
+  }
+  return "k" + std::to_string(key);
 }
 
 }  // namespace rw::groove

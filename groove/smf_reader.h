@@ -61,7 +61,9 @@ concept WindowedStore = requires(Store store, const Store constStore, uint64_t p
 // without that rewrite, so that the tests can hold the rewrite to changing
 // how bytes are written and never what is read.
 template <class Store>
-concept ReadsByTheLiteralRules = requires { requires Store::kLiteralRules; };
+concept ReadsByTheLiteralRules = requires {
+  requires Store::kLiteralRules;
+};
 
 template <class Store>
 class BasicSmfReader {

@@ -80,7 +80,10 @@ class Walk {
 
   StrictWalk Run() {
     uint16_t declaredTracks = 0;
-    if (Header(declaredTracks) && Chunks(declaredTracks)) result_.wellFormed = true;
+    if (Header(declaredTracks) && Chunks(declaredTracks)) {
+      result_.wellFormed = result_.mends.empty();
+      result_.mendable = !result_.mends.empty();
+    }
     return result_;
   }
 
@@ -126,14 +129,24 @@ class Walk {
       visitor_->Header(static_cast<uint16_t>(format), declaredTracks,
                        static_cast<uint16_t>(division));
     }
-    chunkStart_ = kChunkHeaderSize + length;
+    result_.headerEnd = kChunkHeaderSize + length;
     return true;
+  }
+
+  void Note(MendKind kind, int32_t track, uint64_t bytes = 0) {
+    result_.mends.push_back({kind, track, bytes});
   }
 
   bool Chunks(uint16_t declaredTracks) {
     int32_t tracks = 0;
-    uint64_t position = chunkStart_;
+    uint64_t position = result_.headerEnd;
     while (position < size_) {
+      if (tracks == declaredTracks) {
+        // Whatever follows the tracks the header counts is no part of the
+        // file a reader reads: left out, however it looks.
+        Note(MendKind::kBeyondCountedTracks, 0, size_ - position);
+        return true;
+      }
       Cursor in(bytes_, position, size_);
       uint32_t id = 0;
       uint32_t length = 0;
@@ -167,6 +180,7 @@ class Walk {
 
   bool Track(int32_t track, uint64_t chunkOffset, uint64_t begin, uint64_t end) {
     if (visitor_) visitor_->TrackStart(track, chunkOffset, end - begin);
+    TrackExtent extent{chunkOffset, begin, end, false};
     Cursor in(bytes_, begin, end);
     uint64_t tick = 0;
     uint8_t running = 0;  // carried across meta and SysEx events, as imports read it
@@ -211,7 +225,14 @@ class Walk {
                           " event runs past the end of " + TrackName(track));
         }
         if (visitor_) visitor_->Event(event);
-        if (first == 0xFF && event.data1 == kMetaEndOfTrack) return true;  // the rest is ignored
+        if (first == 0xFF && event.data1 == kMetaEndOfTrack) {
+          if (length != 0) Note(MendKind::kEndOfTrackLength, track);
+          if (!in.AtEnd()) Note(MendKind::kBytesAfterEndOfTrack, track, end - in.position());
+          extent.keptEnd = event.offset;
+          extent.endOfTrack = true;
+          result_.extents.push_back(extent);
+          return true;
+        }
         continue;
       }
 
@@ -238,6 +259,12 @@ class Walk {
       if (DataBytesOf(running) == 2 && !in.Byte(event.data2)) {
         return Fail(track, event.offset, "an event runs past the end of " + TrackName(track));
       }
+      if (event.data1 >= 0x80 || event.data2 >= 0x80) {
+        return Fail(track, event.offset,
+                    "a channel message in " + TrackName(track) + " has a data byte of " +
+                        Hex(event.data1 >= 0x80 ? event.data1 : event.data2) +
+                        ", where only 0x00 to 0x7F can stand");
+      }
       if (IsDrumNoteOn(event.status, event.data2)) {
         ++result_.drumNoteOns;
         if (!result_.firstDrumNoteOnTick || tick < *result_.firstDrumNoteOnTick) {
@@ -246,13 +273,15 @@ class Walk {
       }
       if (visitor_) visitor_->Event(event);
     }
-    return Fail(track, end, TrackName(track) + " has no End of Track event");
+    // Every event is whole: its end is certain.
+    Note(MendKind::kEndOfTrackAdded, track);
+    result_.extents.push_back(extent);
+    return true;
   }
 
   const uint8_t* bytes_;
   uint64_t size_;
   SmfEventVisitor* visitor_;
-  uint64_t chunkStart_ = 0;
   StrictWalk result_;
 };
 
@@ -260,6 +289,39 @@ class Walk {
 
 StrictWalk WalkStrictly(const uint8_t* bytes, uint64_t size, SmfEventVisitor* visitor) {
   return Walk(bytes, size, visitor).Run();
+}
+
+std::vector<uint8_t> MendedFile(const uint8_t* bytes, const StrictWalk& walk) {
+  static constexpr uint8_t kEndOfTrack[] = {0xFF, kMetaEndOfTrack, 0x00};
+  std::vector<uint8_t> out(bytes, bytes + walk.headerEnd);
+  for (const TrackExtent& extent : walk.extents) {
+    const uint64_t lengthAt = out.size() + 4;
+    out.insert(out.end(), bytes + extent.chunkOffset, bytes + extent.chunkOffset + kChunkHeaderSize);
+    out.insert(out.end(), bytes + extent.dataBegin, bytes + extent.keptEnd);
+    if (!extent.endOfTrack) out.push_back(0x00);  // at once after the last event
+    out.insert(out.end(), std::begin(kEndOfTrack), std::end(kEndOfTrack));
+    const uint64_t length = out.size() - lengthAt - 4;
+    for (int i = 0; i < 4; ++i) {
+      out[lengthAt + static_cast<uint64_t>(i)] = static_cast<uint8_t>(length >> (24 - 8 * i));
+    }
+  }
+  return out;
+}
+
+std::string DescribeMend(const Mend& mend) {
+  const std::string bytes = std::to_string(mend.bytes) + (mend.bytes == 1 ? " byte" : " bytes");
+  switch (mend.kind) {
+    case MendKind::kEndOfTrackAdded:
+      return TrackName(mend.track) + " had no End of Track: one was added after its last event";
+    case MendKind::kBytesAfterEndOfTrack:
+      return "the " + bytes + " after the End of Track of " + TrackName(mend.track) +
+             " were left out";
+    case MendKind::kEndOfTrackLength:
+      return "the End of Track of " + TrackName(mend.track) + " carried data: written without";
+    case MendKind::kBeyondCountedTracks:
+      return "the " + bytes + " after the tracks the header counts were left out";
+  }
+  return "";
 }
 
 }  // namespace rw::groove

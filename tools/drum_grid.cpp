@@ -22,6 +22,7 @@ constexpr double kQuarterWidth = 48;
 constexpr double kLongestLine = 900;
 constexpr double kHitRadius = 6;
 constexpr const char* kInk = "#1f3a68";
+constexpr const char* kPlayedInk = "#c0504d";
 
 std::string Escaped(const std::string& text) {
   std::string out;
@@ -67,12 +68,12 @@ class Picture {
   explicit Picture(const DrumGrid& grid) : grid_(grid) {
     measures_ = std::clamp(grid.measures, 1, kMostMeasuresDrawn);
     const uint64_t drawnEnd = uint64_t(measures_) * grid.unitsPerMeasure;
-    for (const DrumHit& hit : grid.hits) {
+    for (const GridHit& hit : grid.hits) {
       if (hit.position < drawnEnd) hits_.push_back(hit);
     }
     std::sort(hits_.begin(), hits_.end(),
-              [](const DrumHit& a, const DrumHit& b) { return a.position < b.position; });
-    for (const DrumHit& hit : hits_) keys_.insert(hit.key);
+              [](const GridHit& a, const GridHit& b) { return a.position < b.position; });
+    for (const GridHit& hit : hits_) keys_.insert(hit.key);
     slashRow_ = !grid.slashMeasures.empty();
     rows_ = static_cast<int>(keys_.size()) + (slashRow_ ? 1 : 0);
     double perQuarter = kQuarterWidth;
@@ -195,11 +196,17 @@ class Picture {
     const uint64_t start = uint64_t(index) * grid_.unitsPerMeasure;
     const uint64_t end = start + grid_.unitsPerMeasure;
     const auto from = std::lower_bound(hits_.begin(), hits_.end(), start,
-                                       [](const DrumHit& h, uint64_t p) { return h.position < p; });
+                                       [](const GridHit& h, uint64_t p) { return h.position < p; });
     for (auto hit = from; hit != hits_.end() && hit->position < end; ++hit) {
       const int row = static_cast<int>(std::distance(keys_.upper_bound(hit->key), keys_.end()));
       const double x = left + double(hit->position - start) * unitWidth_;
       const double y = RowTop(line, row) + kRowHeight / 2;
+      if (hit->faint) {
+        out_ << "<circle cx=\"" << Number(x) << "\" cy=\"" << Number(y) << "\" r=\""
+             << Number(kHitRadius - 1) << "\" fill=\"none\" stroke=\"" << kPlayedInk
+             << "\" stroke-width=\"1.2\" stroke-opacity=\"0.7\"/>\n";
+        continue;
+      }
       out_ << "<circle cx=\"" << Number(x) << "\" cy=\"" << Number(y) << "\" r=\""
            << Number(kHitRadius) << "\" fill=\"" << kInk << "\" fill-opacity=\""
            << Number(Opacity(hit->velocity)) << "\" stroke=\"" << kInk << "\"/>\n";
@@ -208,7 +215,7 @@ class Picture {
 
   void Legend(double y) {
     const bool velocities =
-        std::any_of(hits_.begin(), hits_.end(), [](const DrumHit& h) { return h.velocity > 0; });
+        std::any_of(hits_.begin(), hits_.end(), [](const GridHit& h) { return h.velocity > 0; });
     if (!velocities) {
       Text(kMargin, y + 4, "Each dot is a note at its exact position; a staff keeps no velocity.",
            "font-size=\"11\" fill=\"#444\"");
@@ -224,10 +231,17 @@ class Picture {
       x += 52;
     }
     Text(x + 8, y + 4, "each dot at its exact tick", "font-size=\"11\" fill=\"#444\"");
+    if (std::any_of(hits_.begin(), hits_.end(), [](const GridHit& h) { return h.faint; })) {
+      x += 170;
+      out_ << "<circle cx=\"" << Number(x) << "\" cy=\"" << Number(y) << "\" r=\""
+           << Number(kHitRadius - 1) << "\" fill=\"none\" stroke=\"" << kPlayedInk
+           << "\" stroke-width=\"1.2\" stroke-opacity=\"0.7\"/>\n";
+      Text(x + 10, y + 4, "where it was played", "font-size=\"11\" fill=\"#444\"");
+    }
   }
 
   const DrumGrid& grid_;
-  std::vector<DrumHit> hits_;  // those drawn, in order of position
+  std::vector<GridHit> hits_;  // those drawn, in order of position
   std::set<int> keys_;
   bool slashRow_ = false;
   int rows_ = 0;

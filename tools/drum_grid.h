@@ -12,10 +12,11 @@
 
 namespace rw::tools {
 
-struct DrumHit {
+struct GridHit {
   uint64_t position = 0;  // in the grid's units, from the start of its first measure
   int key = 0;
-  int velocity = 0;  // 1 to 127; 0 when not known
+  int velocity = 0;    // 1 to 127; 0 when not known
+  bool faint = false;  // where a stroke was played, beside where it is written
 };
 
 struct DrumGrid {
@@ -28,7 +29,7 @@ struct DrumGrid {
   int32_t firstMeasure = 1;    // the number shown on the first measure drawn
   int32_t measures = 0;        // drawn
   int32_t placedMeasures = 0;  // measures after these are shaded as not placed; 0: none are
-  std::vector<DrumHit> hits;
+  std::vector<GridHit> hits;
   std::vector<std::pair<int32_t, std::string>> markers;    // texts above measures (their numbers)
   std::vector<std::pair<int32_t, int32_t>> slashMeasures;  // ranges written as beat slashes
 };

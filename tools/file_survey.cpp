@@ -1,11 +1,34 @@
 #include "file_survey.h"
 
+#include <algorithm>
 #include <cstring>
+#include <initializer_list>
+#include <string>
 
 namespace rw::tools {
 namespace {
 
 constexpr uint8_t kMetaTimeSignature = 0x58;
+constexpr uint8_t kMetaTrackName = 0x03;
+constexpr uint8_t kMetaInstrumentName = 0x04;
+constexpr int kLastKitKey = 59;  // kicks, snares, toms, hi-hats and cymbals; hand percussion above
+
+// Words that name a drum part, in the languages track names come in
+// (compared in lower case; the Japanese ones as UTF-8 bytes).
+constexpr const char* kDrumWords[] = {
+    "drum", "perc", "kit", "batterie", "schlagzeug", "bater", "trumm", "perkus", "slagverk",
+    "slagwerk", "ドラム", "パーカッション", "打楽器"};
+
+bool NamesDrums(const uint8_t* text, uint32_t length) {
+  std::string lower(reinterpret_cast<const char*>(text), length);
+  for (char& c : lower) {
+    if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
+  }
+  for (const char* word : kDrumWords) {
+    if (lower.find(word) != std::string::npos) return true;
+  }
+  return false;
+}
 
 uint32_t LittleEndian32(const uint8_t* p) {
   return uint32_t{p[0]} | uint32_t{p[1]} << 8 | uint32_t{p[2]} << 16 | uint32_t{p[3]} << 24;
@@ -22,8 +45,9 @@ class Surveyor : public groove::SmfEventVisitor {
   }
 
   void TrackStart(int32_t, uint64_t chunkOffset, uint64_t) override {
-    survey_.tracks.push_back({chunkOffset, 0, false, false, 0, 0});
+    survey_.tracks.push_back({chunkOffset, 0, false, false, false, 0, 0});
     ticksPerMeasure_ = 4ull * division_;
+    lastOnset_ = {};
   }
 
   void Event(const groove::SmfEvent& e) override {
@@ -36,13 +60,20 @@ class Surveyor : public groove::SmfEventVisitor {
         survey_.channel10Keys.set(e.data1);
       }
       if (kind == 9 && e.data2 > 0) {
-        ++survey_.noteOns[static_cast<std::size_t>(channel)];
+        const auto c = static_cast<std::size_t>(channel);
+        ++survey_.noteOns[c];
         if (channel == kDrumChannel - 1) track.drumNoteOns = true;
-        if (e.data1 >= kFirstDrumKey && e.data1 <= kLastDrumKey) {
-          ++survey_.drumKeyNotes[static_cast<std::size_t>(channel)];
-        }
+        if (e.data1 >= kFirstDrumKey && e.data1 <= kLastDrumKey) ++survey_.drumKeyNotes[c];
+        if (e.data1 >= kFirstDrumKey && e.data1 <= kLastKitKey) ++survey_.kitKeyNotes[c];
+        if (e.data1 < 128) survey_.keys[c].set(e.data1);
+        if (lastOnset_[c] && *lastOnset_[c] == e.tick) ++survey_.struckTogether[c];
+        lastOnset_[c] = e.tick;
       }
       return;
+    }
+    if (e.status == 0xFF && (e.data1 == kMetaTrackName || e.data1 == kMetaInstrumentName) &&
+        NamesDrums(e.payload, e.payloadLength)) {
+      track.namedDrums = true;
     }
     if (e.status != 0xFF || e.data1 != kMetaTimeSignature || e.payloadLength < 2) return;
     survey_.anyTimeSignature = true;
@@ -71,6 +102,7 @@ class Surveyor : public groove::SmfEventVisitor {
 
  private:
   FileSurvey& survey_;
+  std::array<std::optional<uint64_t>, 16> lastOnset_{};  // per channel, in this track
   uint16_t division_ = 0;
   uint64_t ticksPerMeasure_ = 0;
 };
@@ -88,12 +120,38 @@ FileSurvey SurveyFile(std::span<const uint8_t> bytes) {
   return survey;
 }
 
+bool LooksLikeDrums(const FileSurvey& survey, int channel) {
+  if (channel < 1 || channel > 16) return false;
+  const auto c = static_cast<std::size_t>(channel - 1);
+  const uint64_t notes = survey.noteOns[c];
+  if (notes == 0) return false;
+  const uint16_t mask = static_cast<uint16_t>(1u << c);
+  for (const TrackSurvey& track : survey.tracks) {
+    if (track.namedDrums && (track.channelEvents & mask) != 0) return true;
+  }
+  constexpr std::size_t kFewKeys = 16;
+  const std::bitset<128>& keys = survey.keys[c];
+  if (keys.count() > kFewKeys || survey.drumKeyNotes[c] * 10 < notes * 9 ||
+      survey.kitKeyNotes[c] * 2 < notes) {
+    return false;
+  }
+  if (survey.struckTogether[c] * 10 >= notes) return true;
+  // One stroke at a time: only a kick, a snare and a hi-hat, on a handful of
+  // keys, make a drum part of it.
+  const auto any = [&](std::initializer_list<int> roleKeys) {
+    return std::any_of(roleKeys.begin(), roleKeys.end(),
+                       [&](int key) { return keys.test(static_cast<std::size_t>(key)); });
+  };
+  constexpr std::size_t kHandful = 8;
+  return keys.count() <= kHandful && any({35, 36}) && any({37, 38, 39, 40}) && any({42, 44, 46});
+}
+
 std::optional<int> LikelyDrumChannel(const FileSurvey& survey) {
   std::optional<int> best;
   uint64_t most = 0;
   for (int channel = 1; channel <= 16; ++channel) {
     const uint64_t notes = survey.drumKeyNotes[static_cast<std::size_t>(channel - 1)];
-    if (channel != kDrumChannel && notes > most) {
+    if (channel != kDrumChannel && notes > most && LooksLikeDrums(survey, channel)) {
       most = notes;
       best = channel;
     }

@@ -33,6 +33,7 @@ struct MeterChange {
 struct TrackSurvey {
   uint64_t chunkOffset = 0;
   uint16_t channelEvents = 0;  // bit c-1: the track holds an event of channel c
+  bool namedDrums = false;     // its track or instrument name says drums, percussion or kit
   bool drumNoteOns = false;    // of channel 10, with a velocity above 0
   bool timeSignatureAtZero = false;
   uint8_t numerator = 0;  // of that time signature
@@ -45,6 +46,9 @@ struct FileSurvey {
   uint16_t division = 0;
   std::array<uint64_t, 16> noteOns{};       // sounding note-ons per channel (index 0: channel 1)
   std::array<uint64_t, 16> drumKeyNotes{};  // of them, on keys 35 to 81
+  std::array<uint64_t, 16> kitKeyNotes{};   // of them, on the kit's own keys 35 to 59
+  std::array<uint64_t, 16> struckTogether{};  // of them, at the tick of the one before
+  std::array<std::bitset<128>, 16> keys;      // the keys each channel sounds
   std::bitset<128> channel10Keys;           // keys of channel-10 notes, on or off
   bool anyTimeSignature = false;
   std::optional<MeterChange> meterChange;  // the first, in file order
@@ -53,8 +57,15 @@ struct FileSurvey {
 
 FileSurvey SurveyFile(std::span<const uint8_t> bytes);
 
-// The channel (1 to 16) with the most notes on drum keys, other than 10;
-// empty when no other channel has any.
+// Whether the notes of `channel` (1 to 16) look like a drum part: a track or
+// instrument name that says so, or few distinct keys, nearly all of them on
+// drum keys and most on the kit's own, with strokes struck together (kick
+// and hi-hat). A melodic part has notes between 35 and 81 too, but many
+// keys, or one note at a time, or most above the kit.
+bool LooksLikeDrums(const FileSurvey& survey, int channel);
+
+// Of the channels other than 10 whose notes look like a drum part, the one
+// with the most notes on drum keys; empty when none does.
 std::optional<int> LikelyDrumChannel(const FileSurvey& survey);
 
 // A Standard MIDI File wrapped in a RIFF "RMID" file: the bytes of its

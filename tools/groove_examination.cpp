@@ -2,29 +2,12 @@
 
 #include <algorithm>
 
-#include "smf_reader.h"
 #include "string_table.h"
 
 namespace rw::tools {
 namespace {
 
 constexpr uint32_t kStringCannotOpen = 19;
-
-// Keeps every diagnostic as raised, and hands it on to the log that gathers
-// them into the plug-in's one box.
-class TeeSink : public groove::DiagnosticSink {
- public:
-  TeeSink(std::vector<std::string>& alerts, groove::DiagnosticLog& log)
-      : alerts_(alerts), log_(log) {}
-  void Show(const char* text) override {
-    alerts_.emplace_back(text);
-    log_.Show(text);
-  }
-
- private:
-  std::vector<std::string>& alerts_;
-  groove::DiagnosticLog& log_;
-};
 
 bool LogHolds(const groove::DiagnosticLog& log, const char* text) {
   return std::any_of(log.entries().begin(), log.entries().end(),
@@ -72,8 +55,9 @@ std::string NoDrumsAdvice(const FileSurvey& survey) {
   }
   uint64_t notes = 0;
   for (uint64_t n : survey.noteOns) notes += n;
-  return notes ? "none of its " + Plural(notes, "note is", "notes are") +
-                     " on a drum key (35 to 81) or on channel 10"
+  return notes ? "no drum part found: none of its " + Plural(notes, "note is", "notes are") +
+                     " on channel 10, and no other channel's notes look like drums (few keys "
+                     "struck together, or a track named for drums)"
                : "the file holds no notes at all";
 }
 
@@ -92,8 +76,10 @@ std::string Advice(const GrooveInspection& r, const groove::DiagnosticLog& log) 
     case ReadOutcome::kEmpty:
       return "the file is empty";
     case ReadOutcome::kTooLarge:
-      return "the file is larger than the " + std::to_string(kLargestGrooveFile) +
+      return "the file is larger than the " + std::to_string(groove::kLargestGrooveFile) +
              " bytes the plug-in reads";
+    case ReadOutcome::kOutOfMemory:
+      return "the file needs more memory than there is";
     default:
       break;
   }
@@ -102,7 +88,7 @@ std::string Advice(const GrooveInspection& r, const groove::DiagnosticLog& log) 
                         "'rwgroove fix' writes the Standard MIDI File inside it"
                       : "this is not a Standard MIDI File: it does not begin with \"MThd\"";
   }
-  const groove::GrooveJudgement& j = r.judgement;
+  const groove::GrooveJudgement& j = r.judgement();
   if (const auto& change = r.survey.meterChange;
       change && LogHolds(log, groove::text::kTimeSignatureChanges)) {
     return "the meter changes to " + std::to_string(change->numerator) + "/" +
@@ -143,7 +129,7 @@ std::string Advice(const GrooveInspection& r, const groove::DiagnosticLog& log) 
 }
 
 std::string Note(const GrooveInspection& r) {
-  const groove::GrooveJudgement& j = r.judgement;
+  const groove::GrooveJudgement& j = r.judgement();
   if (!r.survey.walk.wellFormed) {
     return "the original file is not strictly well-formed (" + r.survey.walk.problem +
            "); the plug-in's filter mends it";
@@ -163,6 +149,18 @@ std::string PluginString(uint32_t id) {
   return entry ? entry->utf8 : "";
 }
 
+std::string RefusalText(const groove::GrooveJudgement& judgement) {
+  const uint32_t id = groove::TextOf(judgement.verdict).stringId;
+  if (id == 0) return "";
+  std::string text = PluginString(id);
+  if (const std::string damage = groove::DamageOf(judgement); !damage.empty()) {
+    std::string line = PluginString(groove::kStringDamage);
+    if (const std::size_t at = line.find("%1"); at != std::string::npos) line.replace(at, 2, damage);
+    text += "\n" + line;
+  }
+  return text;
+}
+
 GrooveInspection InspectUnreadFile(ReadOutcome outcome) {
   GrooveInspection r;
   r.read = outcome;
@@ -171,53 +169,57 @@ GrooveInspection InspectUnreadFile(ReadOutcome outcome) {
   return r;
 }
 
-GrooveInspection InspectGroove(GrooveFile& file) {
+GrooveInspection InspectGroove(GrooveBuffer& file, bool asPlayed) {
   GrooveInspection r;
   // Everything that looks at the original bytes comes before the load
   // filters them in place: the buffer is the only copy.
-  r.beginsWithHeader = BeginsWithHeaderId(file.bytes());
-  r.riffMidi = RiffMidiData(file.bytes()).has_value();
-  r.survey = SurveyFile(file.bytes());
+  r.beginsWithHeader = BeginsWithHeaderId(file.view());
+  r.riffMidi = RiffMidiData(file.view()).has_value();
+  r.survey = SurveyFile(file.view());
 
-  groove::DiagnosticLog log;
-  TeeSink sink(r.alerts, log);
-  groove::SmfReader reader(file.buffer.get(), &file.size, file.capacity, sink);
-  r.judgement = groove::ProveGroove(reader, log, file.buffer.get(), &file.size);
-  if (r.judgement.verdict == groove::Verdict::kPlaced) {
-    r.fits = FittingMeters(r.judgement.pattern);
+  r.proof = groove::ProveGroove(file, {.straightenPlayed = false});
+  if (r.proof.timing.played && !asPlayed) {
+    r.playedHits = groove::DrumHitsOf(file.view()).hits;
+    groove::StraightenProven(file, r.proof);
+  }
+  for (std::size_t key = 0; key < r.survey.channel10Keys.size(); ++key) {
+    const bool drumKey = key >= kFirstDrumKey && key <= kLastDrumKey;
+    if (r.survey.channel10Keys.test(key) && !drumKey) r.keysOutsideDrumMap.push_back(int(key));
+  }
+  groove::GrooveJudgement& judgement = r.proof.judgement;
+  if (judgement.verdict == groove::Verdict::kPlaced) {
+    r.fits = groove::FittingMeters(judgement.pattern);
     const groove::RegionMeter best = r.fits.empty() ? groove::RegionMeter{} : r.fits.front().meter;
-    groove::JudgePlacement(r.judgement, best, r.judgement.grooveMeasures);
+    groove::JudgePlacement(judgement, best, judgement.grooveMeasures);
   }
-
-  r.format = reader.format();
-  r.tracks = reader.trackCount();
-  r.tempoBpm = reader.tempoSnapshot().beatsPerMinute;
-  for (int key = 0; key < 128; ++key) {
-    if (reader.keyUsed(key)) r.keysUsed.push_back(key);
-    // A file cut short reads as zeros past its end: keys it never held.
-    if (reader.keyUsed(key) && r.survey.channel10Keys.test(std::size_t(key))) {
-      r.instruments.push_back(key);
+  for (const int key : r.proof.facts.keys) {
+    // A file cut short reads as zeros past its end: keys it never held. A
+    // straight groove holds the keys an electronic kit's were written on.
+    bool held = r.survey.channel10Keys.test(std::size_t(key));
+    for (const groove::DrumKeyMapping& mapping : r.proof.straightened
+                                                     ? r.proof.straightened->mappedKeys
+                                                     : std::vector<groove::DrumKeyMapping>{}) {
+      held = held || mapping.to == key;
     }
+    if (held) r.instruments.push_back(key);
   }
-  r.lowestKey = reader.lowestDrumKey();
-  r.highestKey = reader.highestDrumKey();
   r.filteredSize = file.size;
 
-  const groove::TimeMark& meter = r.judgement.pattern.timeSignature;
-  if (r.judgement.walk.wellFormed && r.tracks >= 2 &&
+  const groove::TimeMark& meter = judgement.pattern.timeSignature;
+  if (judgement.walk.wellFormed && r.proof.facts.tracks >= 2 &&
       (meter.numerator != 4 || meter.denominator != 4)) {
-    const FileSurvey filtered = SurveyFile(file.bytes());
+    const FileSurvey filtered = SurveyFile(file.view());
     r.drumTrackLacksMeter = filtered.tracks.size() >= 2 && !filtered.tracks[1].timeSignatureAtZero;
   }
 
-  if (!log.empty()) r.messages.push_back(log.Text());
-  if (const uint32_t id = groove::TextOf(r.judgement.verdict).stringId) {
-    r.messages.push_back(PluginString(id));
+  if (!r.proof.log.empty()) r.messages.push_back(r.proof.log.Text());
+  if (const std::string refusal = RefusalText(judgement); !refusal.empty()) {
+    r.messages.push_back(refusal);
   }
   if (r.placed()) {
     r.note = Note(r);
   } else {
-    r.advice = Advice(r, log);
+    r.advice = Advice(r, r.proof.log);
   }
   return r;
 }

@@ -8,44 +8,48 @@
 
 #include "file_survey.h"
 #include "groove_file.h"
-#include "groove_verdict.h"
+#include "drum_hits.h"
+#include "groove_proof.h"
 #include "meters.h"
 
 namespace rw::tools {
 
 struct GrooveInspection {
-  ReadOutcome read = ReadOutcome::kRead;  // kRead, kEmpty or kTooLarge
+  ReadOutcome read = ReadOutcome::kRead;  // kRead, or why the plug-in could not read it
   bool beginsWithHeader = false;
   bool riffMidi = false;
   FileSurvey survey;  // of the original bytes
-  groove::GrooveJudgement judgement;
-  std::vector<std::string> alerts;    // each diagnostic as the reader raised it
+  groove::GrooveProof proof;
   std::vector<std::string> messages;  // each box the user would see, in order
-  int32_t format = 0;
-  int32_t tracks = 0;
-  double tempoBpm = 0.0;
-  std::vector<int> keysUsed;     // as the reader flags them
-  std::vector<int> instruments;  // of them, the keys the file really holds
-  int32_t lowestKey = 127;
-  int32_t highestKey = 0;
-  uint64_t filteredSize = 0;         // bytes the reader left in the buffer
-  bool drumTrackLacksMeter = false;  // a separate drum track without a time signature
-  std::vector<NamedMeter> fits;      // measure meters the groove fits
-  std::string advice;                // one line, when the plug-in refuses the file
-  std::string note;                  // something worth knowing about a placed groove
+  std::vector<int> instruments;       // of the keys the reader flags, those the file really holds
+  uint64_t filteredSize = 0;          // bytes of the file the import would read
+  bool drumTrackLacksMeter = false;   // a separate drum track without a time signature
+  std::vector<groove::NamedMeter> fits;  // measure meters the groove fits
+  std::string advice;                    // one line, when the plug-in refuses the file
+  std::string note;                      // something worth knowing about a placed groove
+  // A played groove written straight: where its strokes were played.
+  std::vector<groove::DrumHit> playedHits;
+  // The keys of the drums outside General MIDI's 35 to 81, as the file holds them.
+  std::vector<int> keysOutsideDrumMap;
 
-  bool placed() const { return judgement.verdict == groove::Verdict::kPlaced; }
+  const groove::GrooveJudgement& judgement() const { return proof.judgement; }
+  bool placed() const { return judgement().verdict == groove::Verdict::kPlaced; }
 };
 
 // The plug-in's run over the file, judged against the best selection a user
 // can make: measures of a meter the groove fits, as many as the groove is
-// long. Afterwards the buffer holds the filtered file and `file.size` its
-// size.
-GrooveInspection InspectGroove(GrooveFile& file);
-// A file the plug-in refuses before it reads it (empty, or too large).
+// long. A played groove is written straight unless `asPlayed`, as the
+// plug-in does unless its user clears "Straighten played timing".
+// Afterwards the buffer holds the file the import would read.
+GrooveInspection InspectGroove(GrooveBuffer& file, bool asPlayed = false);
+// A file the plug-in refuses before it reads it (empty, too large, no memory).
 GrooveInspection InspectUnreadFile(ReadOutcome outcome);
 
 // The plug-in's English text of string `id`.
 std::string PluginString(uint32_t id);
+// The box of a refusal, as the plug-in shows it in English: the verdict's
+// string and the line that says what is damaged; empty when the reader's
+// box has said it all.
+std::string RefusalText(const groove::GrooveJudgement& judgement);
 
 }  // namespace rw::tools

@@ -1,33 +1,18 @@
 #include "groove_file.h"
 
-#include <algorithm>
+#include <cstdio>
 #include <fstream>
+#include <memory>
 
 namespace rw::tools {
 
-ReadOutcome ReadGrooveFile(const std::string& path, GrooveFile& file) {
-  std::ifstream in(path, std::ios::binary | std::ios::ate);
-  if (!in) return ReadOutcome::kCannotOpen;
-  const std::streamoff size = in.tellg();
-  if (size < 0) return ReadOutcome::kCannotOpen;
-  if (size == 0) return ReadOutcome::kEmpty;
-  if (static_cast<uint64_t>(size) > kLargestGrooveFile) return ReadOutcome::kTooLarge;
-  file.size = static_cast<uint64_t>(size);
-  file.capacity = 2 * file.size;
-  // Not zero-filled: the reader never reads beyond the file's bytes.
-  file.buffer = std::make_unique_for_overwrite<uint8_t[]>(file.capacity);
-  in.seekg(0);
-  if (!in.read(reinterpret_cast<char*>(file.buffer.get()), size)) return ReadOutcome::kCannotOpen;
-  return ReadOutcome::kRead;
-}
-
-GrooveFile CopyIntoGrooveFile(std::span<const uint8_t> bytes) {
-  GrooveFile file;
-  file.size = bytes.size();
-  file.capacity = std::max<uint64_t>(1, 2 * file.size);
-  file.buffer = std::make_unique_for_overwrite<uint8_t[]>(file.capacity);
-  std::copy(bytes.begin(), bytes.end(), file.buffer.get());
-  return file;
+ReadOutcome ReadGrooveFile(const std::string& path, GrooveBuffer& groove) {
+  struct Closer {
+    void operator()(std::FILE* file) const { std::fclose(file); }
+  };
+  const std::unique_ptr<std::FILE, Closer> file(std::fopen(path.c_str(), "rb"));
+  if (!file) return ReadOutcome::kCannotRead;
+  return groove::ReadGrooveFile(file.get(), groove);
 }
 
 bool WriteWholeFile(const std::string& path, std::span<const uint8_t> bytes) {

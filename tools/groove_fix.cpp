@@ -1,7 +1,10 @@
 #include "groove_fix.h"
 
+#include <algorithm>
+
 #include "file_survey.h"
 #include "groove_examination.h"
+#include "straighten.h"
 
 namespace rw::tools {
 namespace {
@@ -96,7 +99,16 @@ FixResult FixGroove(std::span<const uint8_t> original, const FixOptions& options
     Refuse(result, "this is not a Standard MIDI File: it does not begin with \"MThd\"");
     return result;
   }
-  const FileSurvey survey = SurveyFile(source);
+  std::vector<uint8_t> bytes(source.begin(), source.end());
+  FileSurvey survey = SurveyFile(bytes);
+  if (survey.walk.mendable) {
+    // The mends the plug-in makes to the file it writes, made here first.
+    bytes = groove::MendedFile(bytes.data(), survey.walk);
+    for (const groove::Mend& mend : survey.walk.mends) {
+      result.changes.push_back(groove::DescribeMend(mend));
+    }
+    survey = SurveyFile(bytes);
+  }
   if (!survey.walk.wellFormed) {
     Refuse(result, "the file is damaged (" + survey.walk.problem +
                        "); fix mends whole files only: save it again from your sequencer");
@@ -110,7 +122,6 @@ FixResult FixGroove(std::span<const uint8_t> original, const FixOptions& options
     return result;
   }
 
-  std::vector<uint8_t> bytes(source.begin(), source.end());
   std::optional<int> move;
   if (options.drumsChannel && *options.drumsChannel != kDrumChannel) {
     move = options.drumsChannel;
@@ -120,6 +131,14 @@ FixResult FixGroove(std::span<const uint8_t> original, const FixOptions& options
     }
   } else if (!options.drumsChannel && survey.noteOns[kDrumChannel - 1] == 0) {
     move = LikelyDrumChannel(survey);
+    const bool anyNotes = std::any_of(survey.noteOns.begin(), survey.noteOns.end(),
+                                      [](uint64_t notes) { return notes > 0; });
+    if (!move && anyNotes) {
+      Refuse(result,
+             "no drum part found: no channel's notes look like drums, and fix moves no melodic "
+             "part to channel 10; if one is a drum part, name it with --drums-channel");
+      return result;
+    }
   }
   if (move) {
     ChannelMover mover(bytes, *move);
@@ -171,8 +190,29 @@ FixResult FixGroove(std::span<const uint8_t> original, const FixOptions& options
     result.changes.push_back("added a " + meter.Name() + " time signature at tick 0 of " + where);
   }
 
-  GrooveFile check = CopyIntoGrooveFile(bytes);
-  const GrooveInspection verdict = InspectGroove(check);
+  GrooveBuffer check = groove::CopyIntoGrooveBuffer(bytes);
+  const GrooveInspection verdict = InspectGroove(check, true);
+  if (verdict.placed() && options.straighten) {
+    if (!verdict.proof.timing.played) {
+      result.changes.push_back("left the timing as it is: the groove is programmed, not played");
+    } else {
+      // The whole file written straight, its other tracks kept, in the
+      // meter the plug-in reads it in.
+      groove::StraightGroove straight =
+          groove::Straighten(bytes, groove::MeterOf(verdict.judgement().pattern));
+      if (straight.written) {
+        bytes = std::move(straight.bytes);
+        result.changes.push_back(
+            "wrote the played timing straight (" + std::to_string(straight.report.strokesMoved) +
+            " of " + std::to_string(straight.report.onsetsBefore) + " strokes moved, " +
+            std::to_string(straight.report.strokesMerged) + " merged)");
+        for (const groove::DrumKeyMapping& mapping : straight.report.mappedKeys) {
+          result.changes.push_back("wrote key " + std::to_string(mapping.from) + " as " +
+                                   std::to_string(mapping.to));
+        }
+      }
+    }
+  }
   if (!verdict.placed()) {
     std::string why = "even so the plug-in would refuse it";
     if (!verdict.messages.empty()) why += " (\"" + verdict.messages.back() + "\")";

@@ -67,44 +67,46 @@ std::optional<std::string> Parse(const std::vector<std::string>& raw, Arguments&
 
 // The file read and inspected, or an exit code when it could not be read.
 struct Inspected {
-  GrooveFile file;
+  GrooveBuffer file;
   GrooveInspection inspection;
 };
-std::optional<Inspected> ReadAndInspect(const std::string& path, int& exitCode) {
+std::optional<Inspected> ReadAndInspect(const std::string& path, bool asPlayed, int& exitCode) {
   Inspected result;
   const ReadOutcome read = ReadGrooveFile(path, result.file);
-  if (read == ReadOutcome::kCannotOpen) {
+  if (read == ReadOutcome::kCannotRead) {
     std::cerr << "rwgroove: cannot read " << path << "\n";
     exitCode = kUsageOrIo;
     return std::nullopt;
   }
   result.inspection =
-      read == ReadOutcome::kRead ? InspectGroove(result.file) : InspectUnreadFile(read);
+      read == ReadOutcome::kRead ? InspectGroove(result.file, asPlayed) : InspectUnreadFile(read);
   return result;
 }
 
-int Report(const std::string& name, const GrooveInspection& inspection, bool json) {
-  std::cout << (json ? JsonReport(inspection) : TextReport(name, inspection));
+int Report(const std::string& name, const Inspected& inspected, bool json) {
+  const GrooveInspection& inspection = inspected.inspection;
+  const std::span<const uint8_t> filtered = inspected.file.view();
+  std::cout << (json ? JsonReport(inspection, filtered) : TextReport(name, inspection, filtered));
   return inspection.placed() ? kPlaced : kRefused;
 }
 
 int Inspect(const Arguments& args) {
   int code = kUsageOrIo;
-  const auto inspected = ReadAndInspect(args.files[0], code);
+  const auto inspected = ReadAndInspect(args.files[0], args.has("--as-played"), code);
   if (!inspected) return code;
-  return Report(args.files[0], inspected->inspection, args.has("--json"));
+  return Report(args.files[0], *inspected, args.has("--json"));
 }
 
 int Filter(const Arguments& args) {
   int code = kUsageOrIo;
-  const auto inspected = ReadAndInspect(args.files[0], code);
+  const auto inspected = ReadAndInspect(args.files[0], args.has("--as-played"), code);
   if (!inspected) return code;
   const GrooveInspection& inspection = inspected->inspection;
-  if (inspection.placed() && !WriteWholeFile(args.files[1], inspected->file.bytes())) {
+  if (inspection.placed() && !WriteWholeFile(args.files[1], inspected->file.view())) {
     std::cerr << "rwgroove: cannot write " << args.files[1] << "\n";
     return kUsageOrIo;
   }
-  code = Report(args.files[0], inspection, args.has("--json"));
+  code = Report(args.files[0], *inspected, args.has("--json"));
   if (!args.has("--json")) {
     std::cout << (inspection.placed() ? "wrote " + args.files[1] + "\n" : "nothing written\n");
   }
@@ -141,10 +143,11 @@ int Fix(const Arguments& args) {
     options.numerator = numerator;
     options.denominatorPower = power;
   }
-  GrooveFile file;
+  options.straighten = args.has("--straighten");
+  GrooveBuffer file;
   const std::string& in = args.files[0];
   const ReadOutcome read = ReadGrooveFile(in, file);
-  if (read == ReadOutcome::kCannotOpen) {
+  if (read == ReadOutcome::kCannotRead) {
     std::cerr << "rwgroove: cannot read " << in << "\n";
     return kUsageOrIo;
   }
@@ -154,7 +157,7 @@ int Fix(const Arguments& args) {
               << "\n";
     return kRefused;
   }
-  const FixResult fixed = FixGroove(file.bytes(), options);
+  const FixResult fixed = FixGroove(file.view(), options);
   if (!fixed.fixed) {
     std::cout << in << ": not fixed: " << fixed.refusal << "\nnothing written\n";
     return kRefused;
@@ -174,22 +177,22 @@ int Fix(const Arguments& args) {
 int Render(const Arguments& args) {
   if (!args.has("-o")) return UsageError(std::string("usage: ") + args.command->usage);
   int code = kUsageOrIo;
-  const auto inspected = ReadAndInspect(args.files[0], code);
+  const auto inspected = ReadAndInspect(args.files[0], args.has("--as-played"), code);
   if (!inspected) return code;
   const GrooveInspection& inspection = inspected->inspection;
   // Drawn once the drums are proven; a groove that fits no measure meter
   // still shows what it holds.
   const bool drawable =
-      inspection.placed() || inspection.judgement.verdict == rw::groove::Verdict::kMeterMismatch;
+      inspection.placed() || inspection.judgement().verdict == rw::groove::Verdict::kMeterMismatch;
   if (!drawable) {
-    std::cout << TextReport(args.files[0], inspection) << "nothing drawn\n";
+    std::cout << TextReport(args.files[0], inspection, inspected->file.view()) << "nothing drawn\n";
     return kRefused;
   }
   std::string name = args.files[0];
   name = name.substr(name.find_last_of("/\\") + 1);
   if (name.size() > 4 && (name.ends_with(".mid") || name.ends_with(".MID")))
     name.resize(name.size() - 4);
-  const std::string svg = DrumGridSvg(GrooveGrid(name, inspection, inspected->file.bytes()));
+  const std::string svg = DrumGridSvg(GrooveGrid(name, inspection, inspected->file.view()));
   const std::string& out = args.options.at("-o");
   if (!WriteWholeFile(out, {reinterpret_cast<const uint8_t*>(svg.data()), svg.size()})) {
     std::cerr << "rwgroove: cannot write " << out << "\n";

@@ -1,13 +1,19 @@
 // Loads of large generated grooves, in MB/s of input. The file is copied
 // into a buffer of twice its size outside the timed part of each iteration.
+// Then the played-timing rule and the straightening of a large played
+// groove, in MB/s of the filtered file.
 // Run by hand: build/<preset>/bin/groove_bench
 #include <benchmark/benchmark.h>
 
+#include <algorithm>
 #include <cstring>
+#include <map>
 #include <memory>
 
 #include "bench_files.h"
 #include "load_groove.h"
+#include "played_groove_generator.h"
+#include "straighten.h"
 
 namespace rw::groove::bench {
 namespace {
@@ -50,6 +56,101 @@ void WorstCase(benchmark::State& state) { Load(state, WorstCaseFile); }
 
 BENCHMARK(Ordinary)->Arg(1)->Arg(10)->Arg(100)->Unit(benchmark::kMillisecond)->UseRealTime();
 BENCHMARK(WorstCase)->Arg(1)->Arg(10)->Arg(100)->Unit(benchmark::kMillisecond)->UseRealTime();
+
+// A played groove of about `bytes` once filtered, as the reader leaves it:
+// funk sixteenths with ghost notes, flams, the kit's edge keys and the
+// hi-hat pedal's controllers, measure after measure, every stroke off the
+// grid. Made once per size.
+struct PlayedFile {
+  Bytes filtered;
+  GrooveMeter meter;
+};
+
+PlayedFile Filtered(int measures) {
+  testing::AuthoredGroove groove = *testing::FindAuthoredGroove("funk-sixteenths");
+  groove.measures = measures;
+  const testing::PlayedGroove played = testing::PlayGroove(groove, testing::Performance{});
+  Bytes buffer(2 * played.file.size());
+  std::copy(played.file.begin(), played.file.end(), buffer.begin());
+  uint64_t size = played.file.size();
+  NullSink sink;
+  SmfReader reader(buffer.data(), &size, buffer.size(), sink);
+  const GroovePattern pattern = LoadGroove(reader, 0);
+  buffer.resize(size);
+  return {buffer, MeterOf(pattern)};
+}
+
+const PlayedFile& PlayedFileOf(int64_t megabytes) {
+  static std::map<int64_t, PlayedFile> files;
+  auto [at, made] = files.try_emplace(megabytes);
+  if (made) {
+    constexpr int kSample = 1000;
+    const std::size_t perMeasure = Filtered(kSample).filtered.size() / kSample;
+    at->second = Filtered(int((std::size_t(megabytes) << 20) / perMeasure));
+  }
+  return at->second;
+}
+
+// The share of the played-timing rule: a walk of the filtered file.
+void PlayedTiming(benchmark::State& state) {
+  const PlayedFile& file = PlayedFileOf(state.range(0));
+  for (auto _ : state) {
+    const std::optional<groove::PlayedTiming> timing = MeasurePlayedTiming(file.filtered);
+    if (!timing || !timing->played) state.SkipWithError("the file is not played");
+    benchmark::DoNotOptimize(timing);
+  }
+  state.SetBytesProcessed(int64_t(state.iterations()) * int64_t(file.filtered.size()));
+}
+
+// Writing it straight, given that it is played. As with the loads, the
+// straight file's memory is mapped once, by the first iteration, so that
+// the others measure the straightening; StraighteningIntoFreshMemory pays
+// the mapping every time.
+void Straightening(benchmark::State& state) {
+  const PlayedFile& file = PlayedFileOf(state.range(0));
+  std::vector<uint8_t> storage;
+  for (auto _ : state) {
+    StraightGroove straight = Straighten(file.filtered, file.meter, std::move(storage));
+    if (!straight.written || straight.report.onsetsAfter == 0) {
+      state.SkipWithError("the file was not straightened");
+    }
+    storage = std::move(straight.bytes);
+    benchmark::DoNotOptimize(storage.data());
+  }
+  state.SetBytesProcessed(int64_t(state.iterations()) * int64_t(file.filtered.size()));
+}
+
+void StraighteningIntoFreshMemory(benchmark::State& state) {
+  const PlayedFile& file = PlayedFileOf(state.range(0));
+  for (auto _ : state) {
+    const StraightGroove straight = Straighten(file.filtered, file.meter);
+    if (!straight.written) state.SkipWithError("the file was not straightened");
+    benchmark::DoNotOptimize(straight.bytes.data());
+  }
+  state.SetBytesProcessed(int64_t(state.iterations()) * int64_t(file.filtered.size()));
+}
+
+// The command's step: the timing measured, and the groove, being played,
+// written straight.
+void StraighteningIfPlayed(benchmark::State& state) {
+  const PlayedFile& file = PlayedFileOf(state.range(0));
+  std::vector<uint8_t> storage;
+  for (auto _ : state) {
+    TimingStep step = StraightenIfPlayed(file.filtered, file.meter, std::move(storage));
+    if (!step.straight || !step.straight->written) {
+      state.SkipWithError("not straightened");
+      break;
+    }
+    storage = std::move(step.straight->bytes);
+    benchmark::DoNotOptimize(storage.data());
+  }
+  state.SetBytesProcessed(int64_t(state.iterations()) * int64_t(file.filtered.size()));
+}
+
+BENCHMARK(PlayedTiming)->Arg(1)->Arg(10)->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK(Straightening)->Arg(1)->Arg(10)->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK(StraighteningIntoFreshMemory)->Arg(10)->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK(StraighteningIfPlayed)->Arg(1)->Arg(10)->Unit(benchmark::kMillisecond)->UseRealTime();
 
 }  // namespace
 }  // namespace rw::groove::bench

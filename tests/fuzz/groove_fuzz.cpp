@@ -1,7 +1,8 @@
 // libFuzzer target over one groove load. Beyond what the sanitizers catch it
 // checks the reader's promises: no load shows more than 16 diagnostics,
 // nothing but the range-check failure escapes, the fast store leaves exactly
-// what the literal in-place edits leave; and the command's: a groove it
+// what the literal in-place edits leave, and reads what the literal rules
+// read; and the command's: a groove it
 // would place is read by the reference host's own import, a reader written
 // apart from the plug-in's, with a drum note in the measures it covers.
 #include <algorithm>
@@ -11,8 +12,7 @@
 #include <string>
 #include <vector>
 
-#include "diagnostic_log.h"
-#include "groove_verdict.h"
+#include "groove_proof.h"
 #include "literal_store.h"
 #include "load_groove.h"
 #include "smf_header_impl.h"
@@ -61,8 +61,11 @@ Outcome LoadOnce(const uint8_t* data, size_t size) {
   return outcome;
 }
 
-bool Same(const Outcome& a, const Outcome& b) {
-  return a.rangeCheck == b.rangeCheck && a.alerts == b.alerts && a.bytes == b.bytes &&
+// What a load read and concluded, whatever bytes it left: the reader
+// rewrites some events in running status that the literal rules leave, and
+// must read exactly what those rules read.
+bool SameReading(const Outcome& a, const Outcome& b) {
+  return a.rangeCheck == b.rangeCheck && a.alerts == b.alerts &&
          a.pattern.loaded == b.pattern.loaded && a.pattern.division == b.pattern.division &&
          a.pattern.drumNotesFound == b.pattern.drumNotesFound &&
          a.pattern.lastDrumMeasure == b.pattern.lastDrumMeasure &&
@@ -70,17 +73,14 @@ bool Same(const Outcome& a, const Outcome& b) {
          a.pattern.timeSignature.ticksPerMeasure == b.pattern.timeSignature.ticksPerMeasure;
 }
 
+bool Same(const Outcome& a, const Outcome& b) { return SameReading(a, b) && a.bytes == b.bytes; }
+
 // The command's verdict for measures of the groove's own meter, as many as
 // the groove is long; when it places the groove, the host's import must
 // find a drum note-on in the covered ticks of the filtered file.
 void CheckPlacedGroovesSound(const uint8_t* data, size_t size) {
-  std::vector<uint8_t> buffer(2 * size + 1);
-  std::copy(data, data + size, buffer.begin());
-  uint64_t fileSize = size;
-  rw::groove::DiagnosticLog log;
-  rw::groove::SmfReader reader(buffer.data(), &fileSize, 2 * size, log);
-  rw::groove::GrooveJudgement judgement =
-      rw::groove::ProveGroove(reader, log, buffer.data(), &fileSize);
+  rw::groove::GrooveBuffer buffer = rw::groove::CopyIntoGrooveBuffer({data, size});
+  rw::groove::GrooveJudgement judgement = rw::groove::ProveGroove(buffer).judgement;
   if (judgement.verdict != rw::groove::Verdict::kPlaced) return;
   const rw::groove::TimeMark& meter = judgement.pattern.timeSignature;
   const int64_t length = int64_t{meter.ticksPerMeasure} * 1024 / judgement.pattern.division;
@@ -92,8 +92,8 @@ void CheckPlacedGroovesSound(const uint8_t* data, size_t size) {
                              judgement.grooveMeasures);
   if (judgement.verdict != rw::groove::Verdict::kPlaced) return;
 
-  const cantel_engine::SmfResult imported =
-      cantel_engine::read_smf({buffer.begin(), buffer.begin() + static_cast<long>(fileSize)});
+  const std::span<const uint8_t> file = buffer.view();
+  const cantel_engine::SmfResult imported = cantel_engine::read_smf({file.begin(), file.end()});
   if (!imported.ok) std::abort();
   const bool sounds =
       std::any_of(imported.content.onsets.begin(), imported.content.onsets.end(),
@@ -112,6 +112,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   if (size <= 8 * 1024) {
     const Outcome literal = LoadOnce<rw::groove::testing::LiteralStore>(data, size);
     if (!Same(fast, literal)) std::abort();
+    const Outcome rules = LoadOnce<rw::groove::testing::LiteralRulesStore>(data, size);
+    if (!SameReading(fast, rules)) std::abort();
   }
   CheckPlacedGroovesSound(data, size);
   return 0;

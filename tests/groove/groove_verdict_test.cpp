@@ -1,9 +1,8 @@
 // The verdict that the command and rwgroove share: which files are placed,
 // and what the user is told of the others.
-#include "groove_verdict.h"
-
 #include <gtest/gtest.h>
 
+#include "groove_proof.h"
 #include "smf_builder.h"
 
 namespace rw::groove::testing {
@@ -12,16 +11,18 @@ namespace {
 constexpr RegionMeter kFourFour{4, 1024};
 constexpr RegionMeter kThreeFour{3, 1024};
 
+GrooveProof Prove(const Bytes& file, RegionMeter region, int64_t measures) {
+  GrooveBuffer buffer = CopyIntoGrooveBuffer(file);
+  GrooveProof proof = ProveGroove(buffer);
+  JudgePlacement(proof.judgement, region, measures);
+  return proof;
+}
+
 GrooveJudgement Judge(const Bytes& file, RegionMeter region, int64_t measures,
                       std::string* box = nullptr) {
-  std::vector<uint8_t> buffer(file.size() * 2);
-  std::copy(file.begin(), file.end(), buffer.begin());
-  uint64_t size = file.size();
-  DiagnosticLog log;
-  SmfReader reader(buffer.data(), &size, buffer.size(), log);
-  GrooveJudgement judgement = JudgeGroove(reader, log, buffer.data(), &size, region, measures);
-  if (box) *box = log.Text();
-  return judgement;
+  const GrooveProof proof = Prove(file, region, measures);
+  if (box) *box = proof.log.Text();
+  return proof.judgement;
 }
 
 const Bytes kTwoBars = cat({note(0, 0x99, 36, 100), note(3840 - 480, 0x99, 38, 100), kEndOfTrack});
@@ -59,6 +60,36 @@ TEST(TheVerdict, PlacesAFittingGrooveAndNamesTheMessageOfEachRefusal) {
     EXPECT_EQ(judgement.verdict, c.verdict) << c.what << ": " << box;
     EXPECT_EQ(TextOf(judgement.verdict).stringId, c.stringId) << c.what;
   }
+}
+
+TEST(TheVerdict, SaysWhatIsDamagedWhenTheStrictWalkRefusesTheFile) {
+  Bytes cut = smf(0, 480, {kTwoBars});
+  cut.resize(cut.size() - 3);
+  const GrooveJudgement judgement = Judge(cut, kFourFour, 8);
+  EXPECT_NE(DamageOf(judgement).find("ends inside track 1"), std::string::npos)
+      << DamageOf(judgement);
+  // The reader's own refusals and the other verdicts bring no such line.
+  EXPECT_EQ(DamageOf(Judge(smf(3, 480, {kTwoBars}), kFourFour, 8)), "");
+  EXPECT_EQ(DamageOf(Judge(smf(0, 480, {kTwoBars}), kThreeFour, 8)), "");
+}
+
+TEST(TheVerdict, PlacesAGrooveOnceItsCertainDamageIsMended) {
+  const Bytes kick = note(0, 0x99, 36, 100);
+  const Bytes endless = cat({header(0, 1, 480), track(kick)});
+  GrooveBuffer buffer = CopyIntoGrooveBuffer(endless);
+  const GrooveProof proof = ProveGroove(buffer);
+  EXPECT_EQ(proof.judgement.verdict, Verdict::kPlaced);
+  EXPECT_EQ(proof.log.Text(), "End of track meta event missing");
+  ASSERT_EQ(proof.mends.size(), 1u);
+  EXPECT_EQ(proof.mends[0].kind, MendKind::kEndOfTrackAdded);
+  EXPECT_EQ(Bytes(buffer.view().begin(), buffer.view().end()),
+            smf(0, 480, {cat({kick, kEndOfTrack})}));
+  EXPECT_TRUE(proof.judgement.walk.wellFormed);
+
+  // A track more than the header counts, with its piano notes: left out.
+  const Bytes piano = cat({note(0, 0x90, 60, 100), kEndOfTrack});
+  const Bytes extra = cat({smf(0, 480, {cat({kick, kEndOfTrack})}), track(piano)});
+  EXPECT_EQ(Judge(extra, kFourFour, 8).verdict, Verdict::kPlaced);
 }
 
 TEST(TheVerdict, KeepsWhatTheLoadReachedAndWhy) {

@@ -2,7 +2,9 @@
 #include <gtest/gtest.h>
 #include <sys/wait.h>
 
+#include <algorithm>
 #include <cstdio>
+#include <cstring>
 #include <filesystem>
 #include <fstream>
 #include <nlohmann/json.hpp>
@@ -72,6 +74,7 @@ TEST_F(RwgrooveCli, InspectReportsEveryKeyInJson) {
   EXPECT_EQ(keys, (std::vector<std::string>{"advice",
                                             "alerts",
                                             "division",
+                                            "drum_grid",
                                             "drum_notes_found",
                                             "failure",
                                             "fits_meters",
@@ -83,6 +86,7 @@ TEST_F(RwgrooveCli, InspectReportsEveryKeyInJson) {
                                             "last_drum_tick",
                                             "loaded",
                                             "lowest_key",
+                                            "mends",
                                             "messages",
                                             "meter_change",
                                             "note",
@@ -92,6 +96,7 @@ TEST_F(RwgrooveCli, InspectReportsEveryKeyInJson) {
                                             "strict_walk",
                                             "tempo_bpm",
                                             "time_signature",
+                                            "timing",
                                             "tracks",
                                             "verdict"}));
   EXPECT_EQ(json["verdict"], "placed");
@@ -246,6 +251,151 @@ TEST_F(RwgrooveCli, EachRefusalGetsItsOneLineOfAdvice) {
   const std::string out = (dir_ / "unwrapped.mid").string();
   ASSERT_EQ(Rwgroove("fix " + (dir_ / "riff.rmi").string() + " " + out).exitCode, 0);
   EXPECT_EQ(ReadBack(out), good);
+}
+
+// A part of timed notes on one channel: each {tick, key} sounds for
+// `length` ticks; several at one tick make a chord.
+Bytes Part(int channel, std::initializer_list<std::pair<uint32_t, uint8_t>> notes,
+           uint32_t length = 200, const char* name = nullptr) {
+  struct Event {
+    uint32_t tick;
+    uint8_t status, key, velocity;
+  };
+  std::vector<Event> events;
+  for (const auto& [tick, key] : notes) {
+    events.push_back({tick, uint8_t(0x90 | (channel - 1)), key, 90});
+    events.push_back({tick + length, uint8_t(0x80 | (channel - 1)), key, 0});
+  }
+  std::stable_sort(events.begin(), events.end(),
+                   [](const Event& a, const Event& b) { return a.tick < b.tick; });
+  Bytes out;
+  if (name) {
+    out = cat(
+        {{0x00, 0xFF, 0x03, uint8_t(std::strlen(name))}, Bytes(name, name + std::strlen(name))});
+  }
+  uint32_t at = 0;
+  for (const Event& e : events) {
+    out = cat({out, note(e.tick - at, e.status, e.key, e.velocity)});
+    at = e.tick;
+  }
+  return cat({out, kEndOfTrack});
+}
+
+// Two measures of a rock beat: kick and hi-hat together, snare on 2 and 4.
+Bytes RockBeat(int channel) {
+  return Part(channel, {{0, 36},    {0, 42},    {240, 42},  {480, 38},  {480, 42},  {720, 42},
+                        {960, 36},  {960, 42},  {1200, 42}, {1440, 38}, {1440, 42}, {1680, 42},
+                        {1920, 36}, {1920, 42}, {2160, 42}, {2400, 38}, {2400, 42}, {2640, 42},
+                        {2880, 36}, {2880, 42}, {3120, 42}, {3360, 38}, {3360, 42}, {3600, 42}},
+              60);
+}
+
+TEST_F(RwgrooveCli, AdvisesChannel10OnlyForAPartThatLooksLikeDrums) {
+  // A waltz for piano: bass notes and chords in the left hand, a melody in
+  // the right, over 29 keys, every one of them also a drum key.
+  const Bytes piano =
+      Part(1, {{0, 41},    {480, 57},  {480, 60},  {480, 65},  {960, 57},  {960, 60},  {960, 65},
+               {0, 69},    {480, 72},  {960, 77},  {1440, 36}, {1920, 58}, {1920, 64}, {1920, 67},
+               {2400, 58}, {2400, 64}, {1440, 76}, {1920, 74}, {2400, 72}, {2880, 43}, {3360, 59},
+               {3360, 62}, {3360, 67}, {3840, 59}, {3840, 62}, {2880, 71}, {3360, 74}, {3840, 79},
+               {4320, 48}, {4800, 55}, {4800, 64}, {5280, 55}, {5280, 64}, {4320, 76}, {4800, 79},
+               {5280, 81}, {5760, 38}, {6240, 53}, {6240, 57}, {5760, 78}, {6240, 66}, {6720, 52},
+               {6720, 56}, {6720, 62}, {6720, 80}, {7200, 45}, {7200, 73}, {7680, 61}, {7680, 64},
+               {7680, 70}, {8160, 63}, {8160, 68}, {8160, 75}},
+           400);
+  // A bass line, one note at a time on few keys.
+  const Bytes bass = Part(2,
+                          {{0, 36},
+                           {480, 36},
+                           {960, 43},
+                           {1440, 45},
+                           {1920, 41},
+                           {2400, 41},
+                           {2880, 40},
+                           {3360, 38},
+                           {3840, 36},
+                           {4320, 43},
+                           {4800, 47},
+                           {5280, 48},
+                           {5760, 43},
+                           {6240, 41},
+                           {6720, 40},
+                           {7200, 38}},
+                          440);
+  // Strings in four-part chords, high in the keyboard.
+  const Bytes strings = Part(3,
+                             {{0, 55},
+                              {0, 60},
+                              {0, 64},
+                              {0, 72},
+                              {1920, 57},
+                              {1920, 60},
+                              {1920, 65},
+                              {1920, 69},
+                              {3840, 55},
+                              {3840, 59},
+                              {3840, 62},
+                              {3840, 67},
+                              {5760, 55},
+                              {5760, 60},
+                              {5760, 64},
+                              {5760, 76}},
+                             1900);
+  for (const auto& [name, part] : {std::pair{"piano.mid", piano}, std::pair{"bass.mid", bass},
+                                   std::pair{"strings.mid", strings}}) {
+    const ToolRun run = Rwgroove("inspect " + Write(name, smf(0, 480, {part})) + " --json");
+    EXPECT_EQ(run.exitCode, 1) << name;
+    const std::string advice = nlohmann::json::parse(run.out)["advice"];
+    EXPECT_EQ(advice.find("rwgroove fix"), std::string::npos) << advice;
+    EXPECT_EQ(advice.find("no drum part found"), 0u) << name << ": " << advice;
+    const ToolRun fix =
+        Rwgroove("fix " + (dir_ / name).string() + " " + (dir_ / "out.mid").string());
+    EXPECT_EQ(fix.exitCode, 1) << name;
+    EXPECT_NE(fix.out.find("fix moves no melodic part"), std::string::npos) << fix.out;
+    EXPECT_FALSE(fs::exists(dir_ / "out.mid"));
+  }
+
+  // Drums on channel 1 beside the bass, and on channel 16 beside the
+  // strings: named, and moved by fix.
+  for (const auto& [channel, file] : {std::pair{1, smf(1, 480, {RockBeat(1), bass})},
+                                      std::pair{16, smf(1, 480, {strings, RockBeat(16)})}}) {
+    const std::string in = Write("drums" + std::to_string(channel) + ".mid", file);
+    const std::string advice =
+        nlohmann::json::parse(Rwgroove("inspect " + in + " --json").out)["advice"];
+    EXPECT_EQ(advice.find("the drums are on channel " + std::to_string(channel) + " (24 notes"), 0u)
+        << advice;
+    const std::string out = (dir_ / "moved.mid").string();
+    ASSERT_EQ(Rwgroove("fix " + in + " " + out).exitCode, 0) << channel;
+    EXPECT_EQ(Rwgroove("inspect " + out).exitCode, 0) << channel;
+  }
+  // A single-voice drum part, named for what it is, is still drums.
+  const Bytes named = Part(5, {{0, 38}, {480, 38}, {960, 38}, {1440, 38}}, 60, "Snare Drum");
+  const std::string advice = nlohmann::json::parse(
+      Rwgroove("inspect " + Write("named.mid", smf(0, 480, {named})) + " --json").out)["advice"];
+  EXPECT_EQ(advice.find("the drums are on channel 5"), 0u) << advice;
+}
+
+TEST_F(RwgrooveCli, MendsWhatIsCertainAndSaysSo) {
+  // The drum track lacks its End of Track, and a piano track follows the
+  // two the header counts.
+  const Bytes drums = cat({note(0, 0x99, 36, 100), note(480, 0x99, 38, 100)});
+  const std::string counts =
+      Write("mend.mid", cat({header(1, 2, 480), track(kConductor), track(drums), track(kPiano)}));
+  const ToolRun run = Rwgroove("inspect " + counts);
+  EXPECT_EQ(run.exitCode, 0) << run.out;
+  EXPECT_NE(run.out.find("the plug-in mends the file it writes:\n"
+                         "    track 2 had no End of Track: one was added after its last event\n"
+                         "    the 19 bytes after the tracks the header counts were left out"),
+            std::string::npos)
+      << run.out;
+  const std::string filtered = (dir_ / "filtered.mid").string();
+  ASSERT_EQ(Rwgroove("filter " + counts + " " + filtered).exitCode, 0);
+  EXPECT_EQ(ReadBack(filtered), smf(1, 480, {kConductor, cat({drums, kEndOfTrack})}));
+  const std::string fixed = (dir_ / "fixed.mid").string();
+  const ToolRun fix = Rwgroove("fix " + counts + " " + fixed);
+  EXPECT_EQ(fix.exitCode, 0) << fix.out;
+  EXPECT_NE(fix.out.find("track 2 had no End of Track"), std::string::npos) << fix.out;
+  EXPECT_EQ(Rwgroove("inspect " + fixed).exitCode, 0);
 }
 
 }  // namespace

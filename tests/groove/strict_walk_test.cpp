@@ -39,7 +39,7 @@ TEST(TheStrictWalk, RefusesEachBreakOfTheFormatAndSaysWhere) {
       // The track claims 100 bytes; 4 are there.
       {"a cut track", cat({kHeader, {'M', 'T', 'r', 'k'}, be32(100), kEndOfTrack}), 1, 14,
        "ends inside track 1 (its chunk claims 100 bytes, 4 are left)"},
-      {"a cut chunk header", cat({kHeader, track(kEndOfTrack), {'M', 'T', 'r'}}), 0, 26,
+      {"a cut chunk header", cat({header(1, 2, 480), track(kEndOfTrack), {'M', 'T', 'r'}}), 0, 26,
        "inside the header of a chunk"},
       {"one track fewer", cat({header(1, 2, 480), track(kEndOfTrack)}), 0, 10,
        "counts 2 track(s), the file holds 1"},
@@ -51,7 +51,11 @@ TEST(TheStrictWalk, RefusesEachBreakOfTheFormatAndSaysWhere) {
        "running status is undefined"},
       {"a note cut by its chunk", cat({kHeader, track({0x00, 0x99, 36})}), 1, 23,
        "runs past the end of track 1"},
-      {"no End of Track", cat({kHeader, track(kKick)}), 1, 26, "no End of Track"},
+      {"a velocity of 0x90", cat({kHeader, track(cat({{0x00, 0x99, 36, 0x90}, kEndOfTrack}))}), 1,
+       23, "data byte of 0x90"},
+      {"a velocity of 0xC0 in running status",
+       cat({kHeader, track(cat({kKick, {0x00, 0x24, 0xC0}, kEndOfTrack}))}), 1, 27,
+       "data byte of 0xC0"},
       {"a meta event past its chunk", cat({kHeader, track({0x00, 0xFF, 0x01, 0x05, 'a'})}), 1, 23,
        "meta event runs past"},
       {"a huge SysEx",
@@ -88,8 +92,7 @@ TEST(TheStrictWalk, AcceptsWhatAnImportReadsAndCountsTheSoundingDrumNotes) {
                            {0x00, 0xF0, 0x02, 0x7E, 0xF7},         // SysEx keeps it
                            {0x00, 0x3C, 0x64},                     // running across SysEx
                            {0xFF, 0xFF, 0xFF, 0x7F, 0x99, 36, 1},  // a 4-byte delta
-                           kEndOfTrack,
-                           {0x12, 0x34}});  // ignored after the end
+                           kEndOfTrack});
   const Bytes second = cat({note(480, 0x99, 38, 90), {0x00, 0xC0, 0x05}, kEndOfTrack});
   const Bytes file = cat({chunk("MThd", cat({be16(1), be16(2), be16(480), be16(0)})), track(first),
                           chunk("XFIH", {1, 2, 3}), track(second)});
@@ -108,6 +111,73 @@ TEST(TheStrictWalk, AcceptsWhatAnImportReadsAndCountsTheSoundingDrumNotes) {
   EXPECT_EQ(recorder.events[4].data1, 0x3C);
   EXPECT_EQ(recorder.events[5].tick, 960u + 0x0FFFFFFF);
   EXPECT_EQ(recorder.events[8].status, 0xC0);
+}
+
+struct Mendable {
+  const char* what;
+  Bytes file;
+  std::vector<MendKind> mends;
+  Bytes mended;
+};
+
+TEST(TheStrictWalk, MendsWhatIsCertainAndWritesTheFileAnImportReads) {
+  const Bytes kick = cat({kKick, note(120, 0x89, 36, 0)});
+  const Bytes ended = cat({kick, kEndOfTrack});
+  const Mendable cases[] = {
+      {"no End of Track",
+       cat({kHeader, track(kick)}),
+       {MendKind::kEndOfTrackAdded},
+       smf(0, 480, {ended})},
+      {"bytes after the End of Track",
+       cat({kHeader, track(cat({ended, {0x12, 0x34}}))}),
+       {MendKind::kBytesAfterEndOfTrack},
+       smf(0, 480, {ended})},
+      {"an End of Track with data",
+       cat({kHeader, track(cat({kick, {0x00, 0xFF, 0x2F, 0x01, 0x07}}))}),
+       {MendKind::kEndOfTrackLength},
+       smf(0, 480, {ended})},
+      {"a chunk more than the header counts",
+       cat({kHeader, track(ended), track(ended)}),
+       {MendKind::kBeyondCountedTracks},
+       smf(0, 480, {ended})},
+      {"trailing bytes",
+       cat({kHeader, track(ended), {0x00, 0x00, 0x0D, 0x0A}}),
+       {MendKind::kBeyondCountedTracks},
+       smf(0, 480, {ended})},
+      {"a broken chunk after the counted ones",
+       cat({kHeader, track(ended), {'M', 'T', 'r'}}),
+       {MendKind::kBeyondCountedTracks},
+       smf(0, 480, {ended})},
+      {"all at once, the header kept as it stands",
+       cat({chunk("MThd", cat({be16(1), be16(2), be16(480), be16(0)})),
+            track(cat({tempo(0, 500000), {0x00, 0xFF, 0x2F, 0x01, 0x00, 0x55}})),
+            track(kick),
+            {0x4D}}),
+       {MendKind::kEndOfTrackLength, MendKind::kBytesAfterEndOfTrack, MendKind::kEndOfTrackAdded,
+        MendKind::kBeyondCountedTracks},
+       cat({chunk("MThd", cat({be16(1), be16(2), be16(480), be16(0)})),
+            track(cat({tempo(0, 500000), kEndOfTrack})), track(ended)})},
+  };
+  for (const Mendable& c : cases) {
+    const StrictWalk walk = Walk(c.file);
+    EXPECT_FALSE(walk.wellFormed) << c.what;
+    ASSERT_TRUE(walk.mendable) << c.what << ": " << walk.problem;
+    std::vector<MendKind> kinds;
+    for (const Mend& mend : walk.mends) kinds.push_back(mend.kind);
+    EXPECT_EQ(kinds, c.mends) << c.what;
+    const Bytes mended = MendedFile(c.file.data(), walk);
+    EXPECT_EQ(mended, c.mended) << c.what;
+    EXPECT_TRUE(Walk(mended).wellFormed) << c.what;
+  }
+}
+
+TEST(TheStrictWalk, MendsNothingThatIsNotCertain) {
+  // An event cut by its chunk's end, and a track the header counts that is
+  // not there, leave nothing certain to write.
+  EXPECT_FALSE(Walk(cat({kHeader, track({0x00, 0x99, 36})})).mendable);
+  const StrictWalk missing = Walk(cat({header(1, 2, 480), track(cat({kKick}))}));
+  EXPECT_FALSE(missing.mendable);
+  EXPECT_NE(missing.problem.find("counts 2 track(s)"), std::string::npos) << missing.problem;
 }
 
 TEST(TheStrictWalk, FindsNoDrumsWhereNothingSounds) {

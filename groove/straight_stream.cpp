@@ -1,0 +1,221 @@
+#include "straight_stream.h"
+
+#include <algorithm>
+
+#include "drum_hits.h"
+#include "drum_key_map.h"
+
+namespace rw::groove {
+namespace {
+
+constexpr uint8_t kNoKey = 0xFF;    // nothing sounds
+constexpr uint8_t kDecided = 0xFE;  // sounds, its release decided: a note-off ends nothing more
+constexpr uint64_t kEnd = UINT64_MAX;
+constexpr uint64_t kLatest = UINT64_MAX - 1;  // the latest tick a release is written at
+constexpr uint64_t kNowhere = UINT64_MAX;     // no such element in a line
+constexpr uint8_t kNoteOn = 0x99;
+constexpr uint8_t kEndOfTrack[] = {0xFF, 0x2F, 0x00};
+
+}  // namespace
+
+// A stroke lands at most half a triplet step (division/6) from where it was
+// played, and half a tick more once rounded.
+StraightStream::StraightStream(const uint8_t* file, const MeterBeats& beats,
+                               const std::vector<BeatGrid>& grids, uint16_t division,
+                               SmfWriter& writer)
+    : file_(file),
+      beats_(beats),
+      grids_(grids),
+      lag_(division / 6u + 2),
+      writer_(writer),
+      cursor_(beats),
+      due_(kEnd) {}
+
+void StraightStream::TrackStart(int32_t, uint64_t, uint64_t) {
+  writer_.StartTrack(SmfWriter::Order::kRising);
+  cursor_ = BeatCursor(beats_);
+  last_.fill({});
+  sounding_.fill(kNoKey);
+  waiting_.clear();
+  releases_.clear();
+  releasesQueued_.fill(0);
+  due_ = kEnd;
+}
+
+void StraightStream::Event(const SmfEvent& e) {
+  // Nothing from here on can be written before the horizon.
+  const uint64_t horizon = e.tick > lag_ ? e.tick - lag_ : 0;
+  if (horizon > due_) Flush(horizon);
+  if (IsDrumNoteOn(e)) {
+    Strike(e.tick, e.data1, e.data2);
+  } else if (IsDrumNoteOff(e)) {
+    Silence(e.data1, e.tick);
+  } else if (e.status == 0xFF && e.data1 == 0x2F) {
+    EndTrack(e.tick);
+  } else {
+    Waiting kept{e.tick, 0, 0, Kind::kKept, e.status, e.data1, e.data2, false, false};
+    if (e.status >= 0xF0) {
+      kept.offset = e.offset;
+      kept.length = uint32_t(uint64_t(e.payload - file_) + e.payloadLength - e.offset);
+    }
+    Wait(kept);
+  }
+}
+
+void StraightStream::Wait(const Waiting& event) {
+  waiting_.push(event);
+  const auto before = [](const Waiting& a, const Waiting& b) {
+    return a.tick != b.tick ? a.tick < b.tick : a.kind < b.kind;
+  };
+  for (uint64_t i = waiting_.next() - 1;
+       i > waiting_.first() && before(waiting_.at(i), waiting_.at(i - 1)); --i) {
+    std::swap(waiting_.at(i), waiting_.at(i - 1));
+  }
+  due_ = std::min(due_, event.tick);
+}
+
+// The stroke of a key put in last: that of its last stroke, which no
+// horizon has passed yet.
+uint64_t StraightStream::LatestStrokeOf(uint8_t key) {
+  for (uint64_t i = waiting_.next(); i-- > waiting_.first();) {
+    const Waiting& event = waiting_.at(i);
+    if (event.kind == Kind::kStroke && event.data1 == key && !event.merged) return i;
+  }
+  return kNowhere;
+}
+
+void StraightStream::Strike(uint64_t tick, uint8_t playedKey, uint8_t velocity) {
+  Silence(playedKey, tick);  // struck again: the stroke before ends here
+  const BeatPlace place = cursor_.Locate(tick);
+  const uint64_t straight = beats_.StraightTick(place, grids_[place.beat]);
+  const uint8_t key = GeneralMidiKeyOf(playedKey);
+  if (key != playedKey) tally_.mapped[playedKey] = true;
+
+  Last& last = last_[key];
+  if (last.live && last.tick == straight) {
+    // One point: the loudest stays. A stroke on a point the horizon has not
+    // reached is still waiting, and has no release written yet.
+    if (velocity <= last.velocity) {
+      sounding_[playedKey] = kDecided;
+      return;
+    }
+    const uint64_t stroke = LatestStrokeOf(key);
+    if (stroke != kNowhere) waiting_.at(stroke).merged = true;
+    const uint64_t release = last.silenced ? LatestReleaseOf(key) : kNowhere;
+    if (release != kNowhere) {
+      // Its release leaves the line.
+      for (uint64_t i = release; i + 1 < releases_.next(); ++i) {
+        releases_.at(i) = releases_.at(i + 1);
+      }
+      releases_.pop_back();
+      --releasesQueued_[key];
+    } else if (sounding_[last.playedKey] == key) {
+      sounding_[last.playedKey] = kDecided;
+    }
+  } else if (last.live && !last.released) {
+    // Its key's next stroke: the last one ends here at the latest.
+    if (!last.silenced) {
+      if (sounding_[last.playedKey] == key) sounding_[last.playedKey] = kDecided;
+      QueueRelease(key, straight);
+    } else if (const uint64_t release = LatestReleaseOf(key); release != kNowhere) {
+      if (releases_.at(release).tick > straight) {
+        releases_.at(release).tick = straight;
+        MoveEarlier(release);
+        due_ = std::min(due_, straight);
+      }
+    }
+  }
+  last = {straight, tick, playedKey, velocity, true, false, false};
+  Wait({straight, 0, 0, Kind::kStroke, kNoteOn, key, velocity, straight != tick, false});
+  sounding_[playedKey] = key;
+}
+
+void StraightStream::Silence(uint8_t playedKey, uint64_t tick) {
+  const uint8_t key = sounding_[playedKey];
+  sounding_[playedKey] = kNoKey;
+  if (key == kNoKey || key == kDecided) return;
+  Last& last = last_[key];
+  const uint64_t held = std::max<uint64_t>(tick - last.played, 1);
+  last.silenced = true;
+  QueueRelease(key, held > kLatest - last.tick ? kLatest : last.tick + held);
+}
+
+void StraightStream::QueueRelease(uint8_t key, uint64_t tick) {
+  releases_.push({tick, key});
+  ++releasesQueued_[key];
+  MoveEarlier(releases_.next() - 1);
+  due_ = std::min(due_, tick);
+}
+
+// The latest release queued for a key: that of its last stroke, once it is
+// silenced and not yet released.
+uint64_t StraightStream::LatestReleaseOf(uint8_t key) {
+  for (uint64_t i = releases_.next(); i-- > releases_.first();) {
+    if (releases_.at(i).key == key) return i;
+  }
+  return kNowhere;
+}
+
+void StraightStream::MoveEarlier(uint64_t release) {
+  const auto before = [](const Release& a, const Release& b) {
+    return a.tick != b.tick ? a.tick < b.tick : a.key < b.key;
+  };
+  for (uint64_t i = release; i > releases_.first() && before(releases_.at(i), releases_.at(i - 1));
+       --i) {
+    std::swap(releases_.at(i), releases_.at(i - 1));
+  }
+}
+
+// A note-on of velocity 0: a note-off that keeps running status.
+void StraightStream::WriteFirstRelease() {
+  const Release release = releases_.front();
+  releases_.pop();
+  Write(writer_.AddMessage(release.tick, kNoteOn, release.key, 0));
+  if (--releasesQueued_[release.key] == 0 && last_[release.key].silenced) {
+    last_[release.key].released = true;
+  }
+}
+
+void StraightStream::WriteFirstWaiting() {
+  const Waiting& event = waiting_.front();
+  if (event.kind == Kind::kStroke) {
+    if (!event.merged) {
+      Write(writer_.AddMessage(event.tick, kNoteOn, event.data1, event.data2));
+      ++tally_.onsets;
+      if (event.moved) ++tally_.moved;
+      tally_.written[event.data1] = true;
+    }
+  } else if (event.status >= 0xF0) {
+    Write(writer_.Add(event.tick, std::span<const uint8_t>(file_ + event.offset, event.length)));
+  } else {
+    Write(writer_.AddMessage(event.tick, event.status, event.data1, event.data2));
+  }
+  waiting_.pop();
+}
+
+void StraightStream::EndTrack(uint64_t tick) {
+  for (std::size_t playedKey = 0; playedKey < kKeys; ++playedKey) {
+    Silence(uint8_t(playedKey), tick);
+  }
+  for (Last& last : last_) last.live = false;
+  Flush(kEnd);
+  Write(writer_.Add(tick, kEndOfTrack));
+}
+
+// Writes what is due before the horizon, releases first at a tick; due_
+// becomes the earliest tick still held.
+void StraightStream::Flush(uint64_t horizon) {
+  for (;;) {
+    const uint64_t release = releases_.empty() ? kEnd : releases_.front().tick;
+    const uint64_t waiting = waiting_.empty() ? kEnd : waiting_.front().tick;
+    due_ = std::min(release, waiting);
+    if (due_ >= horizon || due_ == kEnd) return;
+    if (release <= waiting) {
+      WriteFirstRelease();
+    } else {
+      WriteFirstWaiting();
+    }
+  }
+}
+
+}  // namespace rw::groove
