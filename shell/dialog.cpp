@@ -4,25 +4,29 @@
 
 #include <new>
 
+#include "arrangement_controls.h"
 #include "dialog_ids.h"
 #include "generate.h"
 #include "groove_parts.h"
 #include "host_api.h"
 #include "module_state.h"
 #include "notation_styles.h"
-#include "phrase_controls.h"
+#include "platform.h"
 #include "region_checks.h"
 #include "settings.h"
 #include "staff_list_fill.h"
 #include "style_info.h"
 #include "style_info_line.h"
 #include "style_library.h"
+#include "string_resources.h"
+#include "style_list.h"
 #include "user_messages.h"
 
 namespace rw::shell {
 namespace {
 
 constexpr std::uint32_t kStringCannotOpen = 19;
+constexpr std::uint32_t kStringNoGrooves = 22;
 constexpr std::uint32_t kStringNoStyle = 23;
 constexpr std::uint32_t kStringNoPercussionMap = 24;
 constexpr char kEditName[] = "Rhythm Weave Plug-In";
@@ -45,7 +49,78 @@ std::int32_t Selection(void* dialog, int control, std::uint32_t message) {
   return static_cast<std::int16_t>(static_cast<std::uint16_t>(answer & 0xFFFF));
 }
 
+void SetText(void* dialog, int control, const std::u16string& text) {
+  host::SendDlgItemMessageW(dialog, control, CX_WM_SETTEXT, 0,
+                            static_cast<std::int64_t>(reinterpret_cast<std::intptr_t>(text.c_str())));
+}
+
 void EndDialog(void* dialog) { host::CX_EndDialog(dialog, kVersion); }
+
+bool OnlyFitting(const CommandRun& run) {
+  return run.arrangement.options[Option::kOnlyFitting];
+}
+
+// The style list as the filter box says; OK waits while the list says that
+// no style fits.
+void ShowStyles(void* dialog, CommandRun& run) {
+  const bool noneFitted = run.rows.noneFits;
+  run.rows = FillStyleList(dialog, run.styles, run.fits, OnlyFitting(run), RegionMeterOf(run.work));
+  if (run.rows.noneFits != noneFitted) Enable(dialog, RW_ID_OK, !run.rows.noneFits);
+}
+
+// Nothing chosen: no description, no grid, nothing offered.
+void ShowNoStyle(void* dialog, CommandRun& run) {
+  ShowStyleInfoLine(dialog, u"");
+  SetText(dialog, RW_ID_GROOVE_GRID, u"");
+  OfferArrangement(dialog, run.arrangement, {});
+}
+
+// The drum grid in a fixed-width font, one line per instrument.
+std::u16string GridText(const std::vector<std::string>& lines) {
+  std::u16string text;
+  for (const std::string& line : lines) text += (text.empty() ? u"" : u"\r\n") + Widened(line);
+  return text;
+}
+
+GenerateOptions OptionsOf(const CommandRun& run, const RememberedChoices& choices,
+                          std::uint32_t data, std::optional<std::size_t> style) {
+  GenerateOptions options;
+  options.work = run.work;
+  options.document = run.document;
+  options.newStaff = (data & kFlagNewStaff) != 0;
+  options.staffRow = choices.staffRow;
+  if (style) options.style = run.styles[*style];  // else nothing opens: string 19
+  options.notation = static_cast<NotationStyle>(choices.notationRow);
+  options.parts = run.arrangement.parts;
+  options.crashAfterFill = run.arrangement.options[Option::kCrashAfterFill];
+  options.straighten = run.arrangement.options[Option::kStraighten];
+  return options;
+}
+
+// The style in the list's selection, if a style is selected.
+std::optional<std::size_t> SelectedStyle(void* dialog, const CommandRun& run) {
+  return StyleOfRow(run.rows, Selection(dialog, RW_ID_STYLE_LIST, CX_LB_GETCURSEL));
+}
+
+// The user chose another style, or another arrangement: what it is and
+// whether it fits, its first measures, and the controls it has parts and
+// played timing for. Found afresh at every choice, since the files may
+// change while the dialog is open.
+void DescribeSelection(void* dialog, CommandRun& run) {
+  const std::optional<std::size_t> style = SelectedStyle(dialog, run);
+  if (!style) {
+    ShowNoStyle(dialog, run);
+    return;
+  }
+  ReadFillChoice(dialog, run.arrangement);
+  GenerateOptions options = OptionsOf(run, moduleState.choices, 0, style);
+  // The style line judges the parts the user would get: those the dialog
+  // offers, as it shows them.
+  const StyleInfo info = DescribeStyle(options);
+  OfferArrangement(dialog, run.arrangement, info.offer);
+  ShowStyleInfoLine(dialog, StyleInfoLine(run.styles[*style], info, RegionMeterOf(run.work)));
+  SetText(dialog, RW_ID_GROOVE_GRID, GridText(info.grid));
+}
 
 void OnInitDialog(void* dialog, CommandRun& run, RememberedChoices& choices) {
   run.timerPending = false;
@@ -56,9 +131,26 @@ void OnInitDialog(void* dialog, CommandRun& run, RememberedChoices& choices) {
     SetCheck(dialog, RW_ID_EXISTING_STAFF, 1);
   }
   FillStaffList(dialog, run.document);
-  run.styles = FillStyleLibrary(dialog, choices.notationRow);
-  run.phrase = PhraseControls{};  // the template offers neither, whatever the last opening did
-  if (!run.styles.empty()) FillPhraseControls(dialog, run.phrase, choices);
+  host::SendDlgItemMessageW(dialog, RW_ID_STYLE_LIST, CX_LB_RESETCONTENT, 0, 0);
+  host::SendDlgItemMessageW(dialog, RW_ID_GENERATE_LIST, CX_CB_RESETCONTENT, 0, 0);
+  run.styles = FindStyles(FindGrooveRoots());
+  run.fits.clear();
+  run.rows = StyleListRows{};
+  // The template offers none of the arrangement, whatever the last opening did.
+  run.arrangement = ArrangementControls{};
+  if (run.styles.empty()) {
+    ShowMessage(kStringNoGrooves, CX_MB_EXCLAMATION);
+  } else {
+    FillGenerateList(dialog, choices.notationRow);
+    FillArrangementControls(dialog, run.arrangement, choices);
+    if (OnlyFitting(run)) SetCheck(dialog, RW_ID_ONLY_FITTING, 1);
+    ShowStyles(dialog, run);
+    run.gridFont = platform::CreateFixedWidthFont(dialog);
+    if (run.gridFont) {
+      host::SendDlgItemMessageW(dialog, RW_ID_GROOVE_GRID, CX_WM_SETFONT,
+                                reinterpret_cast<std::uintptr_t>(run.gridFont), 0);
+    }
+  }
   // The region's meters cannot change while the dialog is open, so they are
   // checked once, here.
   run.regionAccepted = !run.styles.empty() && CheckTimeSignatures(run.work);
@@ -78,32 +170,18 @@ void SaveDialogChoices(void* dialog, std::uint32_t* data, CommandRun& run,
   choices.staffRow = Selection(dialog, RW_ID_STAFF_LIST, CX_CB_GETCURSEL);
   choices.notationRow = Selection(dialog, RW_ID_GENERATE_LIST, CX_CB_GETCURSEL);
   if (!run.styles.empty()) {
-    ReadPhrase(dialog, run.phrase);
-    choices.fillEvery = run.phrase.fillEvery;
-    choices.ending = run.phrase.ending;
+    ReadFillChoice(dialog, run.arrangement);
+    choices.parts = run.arrangement.parts;
+    choices.options = run.arrangement.options;
   }
   SaveStoredChoices(*data, choices);
-}
-
-GenerateOptions OptionsOf(const CommandRun& run, const RememberedChoices& choices,
-                          std::uint32_t data) {
-  GenerateOptions options;
-  options.work = run.work;
-  options.document = run.document;
-  options.newStaff = (data & kFlagNewStaff) != 0;
-  options.staffRow = choices.staffRow;
-  const auto row = static_cast<std::size_t>(choices.styleRow);
-  if (row < run.styles.size()) options.style = run.styles[row];  // else nothing opens: string 19
-  options.notation = static_cast<NotationStyle>(choices.notationRow);
-  options.fillEvery = choices.fillEvery;
-  options.ending = choices.ending;
-  return options;
 }
 
 // Answers whether the message was handled.
 bool OnOk(void* dialog, std::uint32_t* data, CommandRun& run, RememberedChoices& choices) {
   SaveDialogChoices(dialog, data, run, choices);
-  if (choices.styleRow < 0) {
+  const std::optional<std::size_t> style = StyleOfRow(run.rows, choices.styleRow);
+  if (!style) {
     ShowMessage(kStringNoStyle, CX_MB_STOP);
     return true;
   }
@@ -114,7 +192,7 @@ bool OnOk(void* dialog, std::uint32_t* data, CommandRun& run, RememberedChoices&
   if (run.styles.empty()) return false;
   if (!run.regionAccepted) return true;  // refused at the opening; the close timer ends the dialog
 
-  const GenerateOptions options = OptionsOf(run, choices, *data);
+  const GenerateOptions options = OptionsOf(run, choices, *data, style);
   Enable(dialog, RW_ID_OK, false);
   Enable(dialog, RW_ID_CANCEL, false);
   host::CX_StartCantelEdit(kEditName, kVersion);
@@ -135,20 +213,21 @@ bool OnOk(void* dialog, std::uint32_t* data, CommandRun& run, RememberedChoices&
   return true;
 }
 
-// The user chose another style: what it is and whether it fits, and the
-// phrase controls it has companions for. Found afresh at every choice, since
-// the files may change while the dialog is open.
-void OnStyleChosen(void* dialog, CommandRun& run) {
-  const std::int32_t row = Selection(dialog, RW_ID_STYLE_LIST, CX_LB_GETCURSEL);
-  if (row < 0 || static_cast<std::size_t>(row) >= run.styles.size()) {
-    ShowStyleInfoLine(dialog, u"");
-    OfferPhrase(dialog, run.phrase, false, false);
-    return;
+// The filter box was clicked: the list is filled again, keeping the chosen
+// style selected when it is still listed.
+void ToggleOnlyFitting(void* dialog, CommandRun& run) {
+  const std::optional<std::size_t> chosen = SelectedStyle(dialog, run);
+  bool& only = run.arrangement.options[Option::kOnlyFitting];
+  only = !only;
+  SetCheck(dialog, RW_ID_ONLY_FITTING, only ? 1 : 0);
+  ShowStyles(dialog, run);
+  for (std::size_t row = 0; chosen && row < run.rows.styleOfRow.size(); ++row) {
+    if (run.rows.styleOfRow[row] == static_cast<std::int64_t>(*chosen)) {
+      host::SendDlgItemMessageW(dialog, RW_ID_STYLE_LIST, CX_LB_SETCURSEL, row, 0);
+      return;
+    }
   }
-  const GrooveStyle& style = run.styles[static_cast<std::size_t>(row)];
-  const StyleInfo info = DescribeStyle(style, run.work);
-  ShowStyleInfoLine(dialog, StyleInfoLine(style, info, RegionMeterOf(run.work)));
-  OfferPhrase(dialog, run.phrase, info.hasFill, info.hasEnding);
+  ShowNoStyle(dialog, run);
 }
 
 bool OnCommand(void* dialog, int control, std::uint32_t notification, std::uint32_t* data) {
@@ -156,11 +235,15 @@ bool OnCommand(void* dialog, int control, std::uint32_t notification, std::uint3
   switch (control) {
     case RW_ID_STYLE_LIST:
       if (notification != CX_LBN_SELCHANGE) return false;
-      OnStyleChosen(dialog, run);
+      DescribeSelection(dialog, run);
       return true;
-    case RW_ID_ENDING:
+    case RW_ID_FILL_LIST:
+      if (notification != CX_CBN_SELCHANGE) return false;
+      DescribeSelection(dialog, run);
+      return true;
+    case RW_ID_ONLY_FITTING:
       if (notification != CX_BN_CLICKED) return false;
-      ToggleEnding(dialog, run.phrase);
+      ToggleOnlyFitting(dialog, run);
       return true;
     case RW_ID_NEW_STAFF:
       SetCheck(dialog, RW_ID_NEW_STAFF, 1);
@@ -180,7 +263,11 @@ bool OnCommand(void* dialog, int control, std::uint32_t notification, std::uint3
     case RW_ID_OK:
       return OnOk(dialog, data, run, moduleState.choices);
     default:
-      return false;
+      if (notification != CX_BN_CLICKED) return false;
+      if (!ToggleArrangement(dialog, run.arrangement, control)) return false;
+      // Another part chosen changes what the style line judges.
+      DescribeSelection(dialog, run);
+      return true;
   }
 }
 
@@ -197,6 +284,10 @@ std::uint8_t DialogProcedure(void* dialog, std::uint32_t message, std::uint64_t 
         if (run.timerPending) {
           host::CX_KillTimer(dialog, kCloseTimer, kVersion);
           run.timerPending = false;
+        }
+        if (message == CX_WM_DESTROY && run.gridFont) {
+          platform::DeleteFont(run.gridFont);
+          run.gridFont = nullptr;
         }
         return 0;  // the host's default handling closes the dialog
       case CX_WM_INITDIALOG:

@@ -3,12 +3,13 @@
 #include <algorithm>
 #include <array>
 #include <cstring>
+#include <new>
 #include <optional>
 
-#include "groove_parts.h"
+#include "arrangement.h"
+#include "crash_downbeat.h"
 #include "host_api.h"
 #include "percussion_staff.h"
-#include "phrase_plan.h"
 #include "playback_markers.h"
 #include "region_checks.h"
 #include "staff_list.h"
@@ -25,56 +26,56 @@ constexpr std::uint32_t kStringNewStaffAbbreviation = 39;  // "Dr."
 
 using host::kVersion;
 
-// The parts a run places, by GroovePart; the ones not placed stay empty.
-using Parts = std::array<std::optional<LoadedPart>, 3>;
+// The command's report: each box and message shown as the steps find it.
+class ShownReport : public ArrangementReport {
+ public:
+  void ReaderBox(const std::string& box) override {
+    host::CX_AlertMessage(0, 0, 0, box.c_str(), kVersion);
+  }
+  void Refusal(PartKind, const std::u16string& text) override {
+    if (!text.empty()) host::CX_AlertMessage_UTF16(0, CX_MB_EXCLAMATION, 0, text.c_str(), kVersion);
+  }
+};
 
-std::optional<LoadedPart>& PartOf(Parts& parts, GroovePart part) {
-  return parts[static_cast<std::size_t>(part)];
+// The part's file with a crash on its downbeat; as it is when one sounds
+// there already.
+GrooveBuffer WithCrashOnTheDownbeat(const GrooveBuffer& file) {
+  const groove::CrashDownbeat crash = groove::WithCrashOnDownbeat(file.view());
+  const bool rewritten = crash.outcome == groove::CrashOutcome::kStrokeBecameCrash ||
+                         crash.outcome == groove::CrashOutcome::kCrashAdded;
+  GrooveBuffer copy = groove::CopyIntoGrooveBuffer(rewritten ? crash.file : file.view());
+  if (!copy.bytes) throw std::bad_alloc();
+  return copy;
 }
 
-// The main groove, and each companion that is chosen and present. False
-// when one of them is refused (its message shown).
-bool LoadParts(const GenerateOptions& options, groove::RegionMeter meter, Parts& parts) {
-  const GrooveStyle& style = options.style;
-  PartOf(parts, GroovePart::kMain) = LoadPart(GroovePart::kMain, style, meter);
-  if (!PartOf(parts, GroovePart::kMain)) return false;
-  if (options.fillEvery > 0 && style.HasFill()) {
-    PartOf(parts, GroovePart::kFill) = LoadPart(GroovePart::kFill, style, meter);
-    if (!PartOf(parts, GroovePart::kFill)) return false;
+// The files the import reads: each part's, and the crash versions of the
+// parts that follow a fill, written by the plug-in from the groove it
+// places.
+struct ImportFile {
+  PartKind part = PartKind::kMain;
+  bool crash = false;
+  GrooveBuffer file;
+};
+
+std::vector<ImportFile> FilesOf(Arrangement& arrangement) {
+  std::vector<ImportFile> files;
+  for (auto& load : arrangement.parts) {
+    if (!load) continue;
+    const PartKind part = load->loaded.part;
+    const bool crashes =
+        std::any_of(arrangement.plan.begin(), arrangement.plan.end(),
+                    [&](const Placement& p) { return p.part == part && p.crash; });
+    if (crashes) files.push_back({part, true, WithCrashOnTheDownbeat(load->loaded.file)});
+    files.push_back({part, false, std::move(load->loaded.file)});
   }
-  if (options.ending && style.HasEnding()) {
-    PartOf(parts, GroovePart::kEnding) = LoadPart(GroovePart::kEnding, style, meter);
-    if (!PartOf(parts, GroovePart::kEnding)) return false;
-  }
-  return true;
+  return files;
 }
 
-std::vector<Placement> Plan(const GenerateOptions& options, Parts& parts) {
-  PhraseLengths lengths;
-  lengths.groove = PartOf(parts, GroovePart::kMain)->Measures();
-  if (const auto& fill = PartOf(parts, GroovePart::kFill)) {
-    lengths.fill = fill->Measures();
-    lengths.phrase = options.fillEvery;
+const ImportFile& FileFor(const std::vector<ImportFile>& files, const Placement& placement) {
+  for (const ImportFile& file : files) {
+    if (file.part == placement.part && file.crash == placement.crash) return file;
   }
-  if (const auto& ending = PartOf(parts, GroovePart::kEnding)) lengths.ending = ending->Measures();
-  return PlanPlacements(options.work.startMeasure, options.work.endMeasure, lengths);
-}
-
-// Every part the plan places brings at least one drum note-on into the
-// measures it is placed in: each placement imports its part from the part's
-// start, so the longest placement shows what can be heard of it.
-bool PlacementsSoundDrums(const std::vector<Placement>& plan, const GenerateOptions& options,
-                          groove::RegionMeter meter, Parts& parts) {
-  for (auto& part : parts) {
-    if (!part) continue;
-    std::uint32_t longest = 0;
-    for (const Placement& placement : plan) {
-      if (placement.part != part->part) continue;
-      longest = std::max(longest, placement.lastMeasure - placement.firstMeasure + 1);
-    }
-    if (longest > 0 && !CoversItsDrums(*part, options.style, meter, longest)) return false;
-  }
-  return true;
+  return files.front();  // cannot happen: every placement's file was made
 }
 
 // The staff that receives the groove: a new one at the bottom of the score,
@@ -100,20 +101,22 @@ std::optional<StaffTarget> ChooseTarget(const GenerateOptions& options) {
   return target;
 }
 
-// One import per placement, each of its part's file through the temporary
-// file, into its own measures of the target staff. The temporary file holds
+// One import per placement, each of its file through the temporary file,
+// into its own measures of the target staff. The temporary file holds
 // `inFile` to begin with.
-void Place(const std::vector<Placement>& plan, std::uint16_t slot, Parts& parts,
-           TemporaryGrooveFile& temporary, GroovePart inFile) {
+void Place(const std::vector<Placement>& plan, std::uint16_t slot,
+           const std::vector<ImportFile>& files, TemporaryGrooveFile& temporary,
+           const ImportFile* inFile) {
   std::uint8_t block[CX_MIDI_BLOCK_SIZE] = {};
   const std::u16string& path = temporary.Path();
   const std::size_t units = std::min<std::size_t>(path.size(), CX_PATH_UNITS - 1);
   std::memcpy(block + CX_MIDI_BLOCK_PATH, path.data(), units * sizeof(char16_t));
   for (const Placement& placement : plan) {
-    if (placement.part != inFile) {
+    const ImportFile& file = FileFor(files, placement);
+    if (&file != inFile) {
       // Written and read back once already, before the score changed.
-      if (!temporary.Rewrite(PartOf(parts, placement.part)->file)) return;
-      inFile = placement.part;
+      if (!temporary.Rewrite(file.file)) return;
+      inFile = &file;
     }
     ERegion place{};
     place.startSlot = place.endSlot = slot;
@@ -142,23 +145,21 @@ bool GenerateGroove(const GenerateOptions& options) {
       !CheckExistingNotes(options.work, static_cast<std::uint16_t>(options.staffRow + 1))) {
     return false;
   }
-  const groove::RegionMeter meter = RegionMeterOf(options.work);
-  Parts parts;
-  if (!LoadParts(options, meter, parts)) return false;
-  const std::vector<Placement> plan = Plan(options, parts);
-  if (!PlacementsSoundDrums(plan, options, meter, parts)) return false;
+  ShownReport report;
+  Arrangement arrangement = Arrange(options, report);
+  if (!arrangement.accepted) return false;
+  const std::vector<ImportFile> files = FilesOf(arrangement);
 
   // Every file the import will read is written and read back before the
   // score changes; the last one written stays in the file.
   TemporaryGrooveFile temporary;
-  GroovePart inFile = GroovePart::kMain;
-  for (const auto& part : parts) {
-    if (!part) continue;
-    if (!temporary.Write(part->file)) {
+  const ImportFile* inFile = nullptr;
+  for (const ImportFile& file : files) {
+    if (!temporary.Write(file.file)) {
       ShowMessage(kStringTemporaryFolder, CX_MB_EXCLAMATION, temporary.Folder());
       return false;
     }
-    inFile = part->part;
+    inFile = &file;
   }
 
   const std::optional<StaffTarget> target = ChooseTarget(options);
@@ -167,7 +168,7 @@ bool GenerateGroove(const GenerateOptions& options) {
       NotationStyleOfRow(static_cast<std::int32_t>(options.notation));
   notation.prepare(*target, options.work);
   notation::EnsurePercussionChannel(target->staff);
-  Place(plan, target->slot, parts, temporary, inFile);
+  Place(arrangement.plan, target->slot, files, temporary, inFile);
   temporary.Delete();
   notation.finish(*target, options.work);
   AddMarkers(*target, options);

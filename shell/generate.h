@@ -1,7 +1,8 @@
 // The command itself: the target staff checked, the style's files read,
-// filtered and checked, the staff prepared, the groove placed once per its
-// length with a fill closing each phrase and an ending closing the region
-// when chosen, the staff finished and the playback markers added.
+// filtered and checked, the staff prepared, the parts placed as the plan
+// says (a count-in, the grooves phrase by phrase, a fill closing each
+// phrase, the ending closing the region), the staff finished and the
+// playback markers added.
 #pragma once
 
 #include <cantel/cantel.h>
@@ -10,6 +11,7 @@
 
 #include "notation_styles.h"
 #include "style_library.h"
+#include "style_parts.h"
 
 namespace rw::shell {
 
@@ -21,8 +23,9 @@ struct GenerateOptions {
   std::int32_t staffRow = 0;  // otherwise this row of the staff list; its slot is the row + 1
   GrooveStyle style;
   NotationStyle notation = NotationStyle::PercussionMap;
-  std::uint32_t fillEvery = 0;  // a fill closes every this many measures; 0: no fills
-  bool ending = false;          // the region closes with the style's ending
+  PartChoices parts;            // the companions chosen; parts[kFill]: a fill every so many measures
+  bool crashAfterFill = false;  // the measure after each fill starts with a crash
+  bool straighten = true;       // played parts are written straight
 };
 
 // Runs one command inside the edit the dialog opened; true when the groove

@@ -5,17 +5,12 @@
 #include <algorithm>
 #include <cstdio>
 #include <cstring>
-#include <new>
 
 #include "host_api.h"
 #include "platform.h"
 
 namespace rw::shell {
 namespace {
-
-// A groove is a few kilobytes; beyond this the doubled buffer is not worth
-// attempting inside the user's notation program.
-constexpr std::uint64_t kLargestGrooveFile = 0x3FFFFFFF;
 
 struct FileCloser {
   void operator()(std::FILE* file) const { std::fclose(file); }
@@ -26,22 +21,10 @@ using File = std::unique_ptr<std::FILE, FileCloser>;
 
 std::optional<GrooveBuffer> ReadGrooveFile(const std::u16string& path) {
   File file(platform::OpenFileW(path.c_str(), "rb"));
-  if (!file) return std::nullopt;
-  if (std::fseek(file.get(), 0, SEEK_END) != 0) return std::nullopt;
-  const long end = std::ftell(file.get());
-  if (end <= 0 || static_cast<std::uint64_t>(end) > kLargestGrooveFile) return std::nullopt;
-  if (std::fseek(file.get(), 0, SEEK_SET) != 0) return std::nullopt;
-
   GrooveBuffer groove;
-  groove.size = static_cast<std::uint64_t>(end);
-  groove.capacity = 2 * groove.size;
-  try {
-    groove.bytes = std::make_unique<std::uint8_t[]>(groove.capacity);
-  } catch (const std::bad_alloc&) {
+  if (!file || groove::ReadGrooveFile(file.get(), groove) != groove::ReadOutcome::kRead) {
     return std::nullopt;
   }
-  const std::size_t want = static_cast<std::size_t>(groove.size);
-  if (std::fread(groove.bytes.get(), 1, want, file.get()) != want) return std::nullopt;
   return groove;
 }
 

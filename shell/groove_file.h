@@ -1,6 +1,6 @@
-// The groove file's bytes for one run: read whole into a buffer of twice the
-// file's size (the reader grows it in place), and written back as the
-// temporary file that the host's MIDI import reads.
+// The groove file's bytes for one run, opened as the platform opens a wide
+// path, and written back as the temporary file that the host's MIDI import
+// reads.
 #pragma once
 
 #include <cstdint>
@@ -8,13 +8,11 @@
 #include <optional>
 #include <string>
 
+#include "groove_buffer.h"
+
 namespace rw::shell {
 
-struct GrooveBuffer {
-  std::unique_ptr<std::uint8_t[]> bytes;
-  std::uint64_t size = 0;      // valid bytes; the reader moves it
-  std::uint64_t capacity = 0;  // twice the file's size
-};
+using groove::GrooveBuffer;
 
 // Nothing when the file does not open, is empty or too large, cannot be
 // read whole, or no memory is left for it.

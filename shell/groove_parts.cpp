@@ -2,60 +2,59 @@
 
 #include <string>
 
-#include "diagnostic_log.h"
 #include "host_api.h"
 #include "measures.h"
 #include "string_resources.h"
-#include "user_messages.h"
 
 namespace rw::shell {
 namespace {
 
-constexpr std::uint32_t kStringFillRefused = 31;
-constexpr std::uint32_t kStringEndingRefused = 32;
-std::u16string PathOf(GroovePart part, const GrooveStyle& style) {
-  switch (part) {
-    case GroovePart::kFill:
-      return style.folder + style.FillName();
-    case GroovePart::kEnding:
-      return style.folder + style.EndingName();
-    case GroovePart::kMain:
+// String 29's advice, when it is not more measures that would help.
+constexpr std::uint32_t kStringDrumsAfterFills = 57;
+constexpr std::uint32_t kStringDrumsAfterCountInOrEnding = 58;
+
+// The verdict's string, or for drums the part's measures would not reach,
+// the advice that fits what took them.
+std::uint32_t MessageOf(const groove::GrooveJudgement& judgement, ShortOfMeasures why) {
+  if (judgement.verdict != groove::Verdict::kDrumsAfterRegion) {
+    return groove::TextOf(judgement.verdict).stringId;
+  }
+  switch (why) {
+    case ShortOfMeasures::kFills:
+      return kStringDrumsAfterFills;
+    case ShortOfMeasures::kCountInOrEnding:
+      return kStringDrumsAfterCountInOrEnding;
+    case ShortOfMeasures::kRegion:
       break;
   }
-  return style.Path();
+  return groove::TextOf(judgement.verdict).stringId;
 }
 
-// The one message of a refused part; a fill or an ending is named after
-// it. `id` 0: the reader's box has already said why, and only a companion
-// needs a word more.
-void ShowRefusal(std::uint32_t id, GroovePart part, const GrooveStyle& style) {
-  if (part == GroovePart::kMain) {
-    if (id != 0) ShowMessage(id, CX_MB_EXCLAMATION);
-    return;
+std::u16string RefusalText(const groove::GrooveJudgement& judgement, std::uint32_t id,
+                           PartKind part, const GrooveStyle& style) {
+  std::u16string text;
+  if (id != 0) {
+    text = StringResource(id);
+    if (const std::string damage = groove::DamageOf(judgement); !damage.empty()) {
+      text += u"\n" + StringResource(groove::kStringDamage, {Widened(damage)});
+    }
   }
-  const bool fill = part == GroovePart::kFill;
-  std::u16string which = StringResource(fill ? kStringFillRefused : kStringEndingRefused);
-  if (const std::size_t at = which.find(u"%s"); at != std::u16string::npos) {
-    which.replace(at, 2, fill ? style.FillName() : style.EndingName());
+  // A companion is named after the message, or alone when the reader's box
+  // has said why.
+  if (const std::uint32_t which = RowOf(part).refusalString; which != 0) {
+    std::u16string named = StringResource(which);
+    if (const std::size_t at = named.find(u"%s"); at != std::u16string::npos) {
+      named.replace(at, 2, style.PartName(part));
+    }
+    text = text.empty() ? named : text + u"\n\n" + named;
   }
-  const std::u16string text = id != 0 ? StringResource(id) + u"\n\n" + which : which;
-  host::CX_AlertMessage_UTF16(0, CX_MB_EXCLAMATION, 0, text.c_str(), host::kVersion);
+  return text;
 }
 
 }  // namespace
 
-PartProof ProvePart(const std::u16string& path) {
-  PartProof proof;
-  proof.file = ReadGrooveFile(path);
-  if (!proof.file) return proof;  // unreadable: the judgement's default
-  groove::DiagnosticLog log;
-  groove::SmfReader reader(proof.file->bytes.get(), &proof.file->size, proof.file->capacity, log);
-  proof.judgement = groove::ProveGroove(reader, log, proof.file->bytes.get(), &proof.file->size);
-  proof.readerBox = log.Text();
-  for (int key = 0; key < 128; ++key) {
-    if (reader.keyUsed(key)) proof.keys.push_back(key);
-  }
-  return proof;
+std::u16string RefusalText(const groove::GrooveJudgement& judgement) {
+  return RefusalText(judgement, groove::TextOf(judgement.verdict).stringId, PartKind::kMain, {});
 }
 
 groove::RegionMeter RegionMeterOf(const ERegion& work) {
@@ -63,31 +62,39 @@ groove::RegionMeter RegionMeterOf(const ERegion& work) {
   return {spec.beats, spec.beatDuration};
 }
 
-std::optional<LoadedPart> LoadPart(GroovePart part, const GrooveStyle& style,
-                                   groove::RegionMeter meter) {
-  PartProof proof = ProvePart(PathOf(part, style));
-  // Everything the reader said, in one box after the load.
-  if (!proof.readerBox.empty()) {
-    host::CX_AlertMessage(0, 0, 0, proof.readerBox.c_str(), host::kVersion);
-  }
-  groove::GrooveJudgement& judgement = proof.judgement;
+PartLoad LoadPart(PartKind part, const GrooveStyle& style, groove::RegionMeter meter,
+                  bool straighten) {
+  PartLoad load;
+  std::optional<GrooveBuffer> file = ReadGrooveFile(style.PathOf(part));
+  groove::GrooveProof proof;  // unreadable without a file: the judgement's default
+  if (file) proof = groove::ProveGroove(*file, {.straightenPlayed = straighten});
+  load.readerBox = proof.log.Text();
+  LoadedPart& loaded = load.loaded;
+  loaded.part = part;
+  loaded.judgement = std::move(proof.judgement);
+  loaded.timing = proof.timing;
+  loaded.straightened = proof.straightened.has_value();
+  loaded.keys = std::move(proof.facts.keys);
+  groove::GrooveJudgement& judgement = loaded.judgement;
   if (judgement.verdict == groove::Verdict::kPlaced &&
       !groove::MeterFits(judgement.pattern, meter)) {
     judgement.verdict = groove::Verdict::kMeterMismatch;
   }
   if (judgement.verdict != groove::Verdict::kPlaced) {
-    ShowRefusal(groove::TextOf(judgement.verdict).stringId, part, style);
-    return std::nullopt;
+    load.refusal = RefusalText(judgement, groove::TextOf(judgement.verdict).stringId, part, style);
+    return load;
   }
-  return LoadedPart{part, std::move(*proof.file), judgement};
+  loaded.file = std::move(*file);
+  load.accepted = true;
+  return load;
 }
 
-bool CoversItsDrums(LoadedPart& part, const GrooveStyle& style, groove::RegionMeter meter,
-                    std::uint32_t measures) {
+std::optional<std::u16string> UncoveredDrums(LoadedPart& part, const GrooveStyle& style,
+                                             groove::RegionMeter meter, std::uint32_t measures,
+                                             ShortOfMeasures why) {
   groove::JudgePlacement(part.judgement, meter, measures);
-  if (part.judgement.verdict == groove::Verdict::kPlaced) return true;
-  ShowRefusal(groove::TextOf(part.judgement.verdict).stringId, part.part, style);
-  return false;
+  if (part.judgement.verdict == groove::Verdict::kPlaced) return std::nullopt;
+  return RefusalText(part.judgement, MessageOf(part.judgement, why), part.part, style);
 }
 
 }  // namespace rw::shell

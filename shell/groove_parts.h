@@ -1,6 +1,8 @@
-// The files of a style that one run places: the main groove and, when
-// chosen and present, its fill and its ending. Each is read, filtered and
-// proven as the main groove is, before anything in the score changes.
+// The files of a style that one run places: the main groove and each
+// companion that is chosen and present, each read, filtered and proven as
+// the main groove is. Silent: what the reader said and why a part is
+// refused come back as texts, which the command shows and the dialog's
+// style line reports.
 #pragma once
 
 #include <cantel/cantel.h>
@@ -8,46 +10,53 @@
 #include <cstdint>
 #include <optional>
 #include <string>
-#include <vector>
 
 #include "groove_file.h"
+#include "groove_proof.h"
 #include "groove_verdict.h"
-#include "phrase_plan.h"
 #include "style_library.h"
+#include "style_parts.h"
 
 namespace rw::shell {
-
-// One file read, filtered and proven, silently: what the command concludes
-// before any region is considered, and the reader's one box (empty when it
-// said nothing).
-struct PartProof {
-  std::optional<GrooveBuffer> file;  // the filtered file; none when it could not be read
-  groove::GrooveJudgement judgement;
-  std::string readerBox;
-  std::vector<int> keys;  // the drum keys the groove plays, ascending
-};
-PartProof ProvePart(const std::u16string& path);
 
 // The meter of the measures a run fills, as the verdict reads it.
 groove::RegionMeter RegionMeterOf(const ERegion& work);
 
+// The message of a refusal: the verdict's string and, when the strict walk
+// refused the file, the line that says what is damaged; empty when the
+// reader's box has said it all.
+std::u16string RefusalText(const groove::GrooveJudgement& judgement);
+
 struct LoadedPart {
-  GroovePart part = GroovePart::kMain;
-  GrooveBuffer file;  // the filtered file, as the import will read it
+  PartKind part = PartKind::kMain;
+  GrooveBuffer file;  // the file the import will read
   groove::GrooveJudgement judgement;
+  groove::PlayedTiming timing;  // as the file was given
+  bool straightened = false;    // played, and written straight
+  std::vector<int> keys;        // the drum keys of the file the import will read, ascending
   std::uint32_t Measures() const { return static_cast<std::uint32_t>(judgement.grooveMeasures); }
 };
 
-// A part of `style` proven and its meter checked against `meter`. Nothing
-// when it is refused: the reader's box and one message have been shown, the
-// message naming the file when it is a fill or an ending.
-std::optional<LoadedPart> LoadPart(GroovePart part, const GrooveStyle& style,
-                                   groove::RegionMeter meter);
+struct PartLoad {
+  LoadedPart loaded;        // its file only once it is accepted
+  bool accepted = false;    // proven, and its meter fits
+  std::string readerBox;    // the reader's one box; empty when it said nothing
+  std::u16string refusal;   // why it is refused (a companion named); may be empty
+};
+
+// A part of `style` read, proven and its meter checked against `meter`.
+PartLoad LoadPart(PartKind part, const GrooveStyle& style, groove::RegionMeter meter,
+                  bool straighten);
+
+// Why a part's drums would not be heard in the measures it is given: the
+// selection is too short, or the fills or the count-in and the ending leave
+// the part too few measures.
+enum class ShortOfMeasures { kRegion, kFills, kCountInOrEnding };
 
 // Whether a drum note-on of the part falls in the `measures` its longest
-// placement covers; otherwise shows string 29 (naming a companion) and
-// answers false.
-bool CoversItsDrums(LoadedPart& part, const GrooveStyle& style, groove::RegionMeter meter,
-                    std::uint32_t measures);
+// placement covers; otherwise what to change (naming a companion).
+std::optional<std::u16string> UncoveredDrums(LoadedPart& part, const GrooveStyle& style,
+                                             groove::RegionMeter meter, std::uint32_t measures,
+                                             ShortOfMeasures why);
 
 }  // namespace rw::shell

@@ -7,10 +7,14 @@
 
 #include <cantel/cantel.h>
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
+#include <vector>
 
+#include "dialog_options.h"
 #include "style_library.h"
+#include "style_parts.h"
 
 namespace rw::shell {
 
@@ -19,25 +23,31 @@ inline constexpr std::uint32_t kFlagCancelled = 0x10000;  // data word: the user
 inline constexpr std::uint32_t kPlacementNotRead = 0xFFFFFFFF;
 
 // The choices that outlive a run while the module stays loaded. The
-// placement and the phrase are also stored for the next session
-// (settings.h).
+// placement, the parts and the options are also stored for the next
+// session (settings.h).
 struct RememberedChoices {
   std::uint32_t placement = kPlacementNotRead;  // bit 0: new staff; until read, kPlacementNotRead
   std::int32_t styleRow = -1;                   // the style list at the last OK; -1 for none
   std::int32_t staffRow = 0;                    // the staff list at the last OK
   std::int32_t notationRow = 0;                 // the Generate list, selected again at each opening
-  std::uint32_t fillEvery = 0;                  // a fill closes every this many measures; 0: none
-  bool ending = false;                          // the region closes with the style's ending
+  PartChoices parts;                            // a fill closes every parts[kFill] measures; 0: none
+  OptionChoices options;
 };
 
-// The phrase controls of the open dialog (phrase_controls.h): the user's
-// choice in this opening, and which of the two controls the selected style
-// offers.
-struct PhraseControls {
-  std::uint32_t fillEvery = 0;
-  bool ending = false;
-  bool fillOffered = false;
-  bool endingOffered = false;
+// The arrangement's controls in the open dialog (arrangement_controls.h):
+// the user's choices in this opening, and what the selected style offers.
+struct ArrangementControls {
+  PartChoices parts;
+  OptionChoices options;
+  std::array<bool, kPartKinds> offered{};  // the companions the selected style has
+  bool crashOffered = false;               // fills are offered and chosen
+  bool played = false;                     // the style or a chosen companion was played
+};
+
+// The style list of the open dialog (style_list.h).
+struct StyleListRows {
+  std::vector<std::int64_t> styleOfRow;  // per row: its style in the library, -1 for a heading
+  bool noneFits = false;                 // one row says no style fits
 };
 
 // One run of the command, from invoke to its return.
@@ -49,10 +59,13 @@ struct CommandRun {
   std::uint16_t dialogRunning = 0;
   std::uint16_t result = 0;  // what invoke answers: 1 once the groove was written
   // The dialog's own state while it is open.
-  StyleLibrary styles;          // row n of the style list is entry n
+  StyleLibrary styles;
+  std::vector<std::int8_t> fits;  // per style: -1 not yet known, else whether its meter fits
+  StyleListRows rows;
   bool regionAccepted = false;  // the region's meters passed at the opening
   bool timerPending = false;    // the close timer is armed
-  PhraseControls phrase;
+  void* gridFont = nullptr;     // the drum grid's fixed-width font, deleted with the dialog
+  ArrangementControls arrangement;
 };
 
 inline constexpr std::size_t kMenuNameSize = 64;

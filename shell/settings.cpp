@@ -1,6 +1,7 @@
 #include "settings.h"
 
 #include <algorithm>
+#include <array>
 #include <iterator>
 
 #include "platform.h"
@@ -10,8 +11,6 @@ namespace {
 
 constexpr const char* kKey = "Software\\HarpWorks";
 constexpr const char* kPlacementValue = "rhythmweavePI";
-constexpr const char* kFillValue = "rhythmweaveFill";
-constexpr const char* kEndingValue = "rhythmweaveEnding";
 
 void FromBytes(const std::uint8_t (&bytes)[4], std::uint32_t& value) {
   value = std::uint32_t{bytes[0]} | (std::uint32_t{bytes[1]} << 8) |
@@ -49,19 +48,33 @@ bool IsFillChoice(std::uint32_t measures) {
 std::uint32_t LoadStoredChoices(RememberedChoices& choices) {
   if (choices.placement > 1) {
     choices.placement = 1;
-    std::uint32_t fill = 0;
-    std::uint32_t ending = 0;
+    PartChoices parts;
+    std::array<std::uint32_t, kOptions> options;
+    options.fill(1);
     platform::RegistryKey key = nullptr;
     if (platform::RegOpenKeyExA(kKey, 0, platform::kKeyAllAccess, &key) == platform::kRegistryOk) {
       Query(key, kPlacementValue, choices.placement);
-      Query(key, kFillValue, fill);
-      Query(key, kEndingValue, ending);
+      for (const PartRow& row : PartRows()) {
+        if (row.storedValue) Query(key, row.storedValue, parts[row.kind]);
+      }
+      for (std::size_t i = 0; i < kOptions; ++i) {
+        Query(key, OptionRows()[i].storedValue, options[i]);
+      }
       platform::RegCloseKey(key);
     }
     // What another version or a hand in the registry left is read as the
     // nearest choice the dialog offers.
-    choices.fillEvery = IsFillChoice(fill) ? fill : 0;
-    choices.ending = ending != 0;
+    for (const PartRow& row : PartRows()) {
+      const std::uint32_t stored = parts[row.kind];
+      if (row.kind == PartKind::kFill) {
+        choices.parts[row.kind] = IsFillChoice(stored) ? stored : 0;
+      } else if (row.kind != PartKind::kMain) {
+        choices.parts[row.kind] = stored != 0 ? 1 : 0;
+      }
+    }
+    for (std::size_t i = 0; i < kOptions; ++i) {
+      choices.options[OptionRows()[i].option] = options[i] != 0;
+    }
   }
   if (choices.placement > 1) choices.placement = 1;
   return choices.placement;
@@ -74,8 +87,12 @@ void SaveStoredChoices(std::uint32_t flags, RememberedChoices& choices) {
     return;
   }
   Store(key, kPlacementValue, choices.placement);
-  Store(key, kFillValue, choices.fillEvery);
-  Store(key, kEndingValue, choices.ending ? 1 : 0);
+  for (const PartRow& row : PartRows()) {
+    if (row.storedValue) Store(key, row.storedValue, choices.parts[row.kind]);
+  }
+  for (const OptionRow& row : OptionRows()) {
+    Store(key, row.storedValue, choices.options[row.option] ? 1 : 0);
+  }
   platform::RegCloseKey(key);
 }
 

@@ -7,6 +7,7 @@
 
 #include "dialog_ids.h"
 #include "gm_drum_names.h"
+#include "meters.h"
 #include "host_api.h"
 #include "string_resources.h"
 
@@ -20,53 +21,14 @@ constexpr std::uint32_t kStringDoesNotFit = 43;
 constexpr std::uint32_t kStringDrumsAfter = 44;
 constexpr std::uint32_t kStringInstruments = 45;
 constexpr std::uint32_t kStringCannotRead = 46;
+constexpr std::uint32_t kStringPlayedStraight = 50;  // "Played timing: %1 % ...; written straight..."
+constexpr std::uint32_t kStringPlayedAsPlayed = 51;  // "...; placed as played"
+constexpr std::uint32_t kStringPartDoesNotFit = 52;  // "its %1 (%2) does not fit these %3 measures"
+constexpr std::uint32_t kStringPartRefused = 60;     // "its %1 (%2) cannot be used"
 // About two lines of the description; the rest of the drums is counted.
 constexpr std::size_t kInstrumentsBudget = 72;
 
-// `text` with each "%1", "%2", ... replaced by that argument, so that a
-// translation may put them in its own order.
-std::u16string Substituted(std::u16string_view text, std::initializer_list<std::u16string> args) {
-  std::u16string out;
-  for (std::size_t i = 0; i < text.size(); ++i) {
-    const char16_t next = i + 1 < text.size() ? text[i + 1] : u'\0';
-    const auto index = static_cast<std::size_t>(next - u'1');
-    if (text[i] == u'%' && next >= u'1' && next <= u'9' && index < args.size()) {
-      out += *(args.begin() + index);
-      ++i;
-    } else {
-      out += text[i];
-    }
-  }
-  return out;
-}
-
-// ASCII and Latin-1 texts of the reader and the drum names, widened.
-std::u16string Widened(std::string_view text) {
-  std::u16string out;
-  for (const char c : text) out += static_cast<char16_t>(static_cast<unsigned char>(c));
-  return out;
-}
-
 std::u16string Number(std::int64_t value) { return Widened(std::to_string(value)); }
-
-constexpr std::int32_t kWholeNote = 4096;  // duration units
-
-// The time signature of the selected measures as a musician writes it:
-// "4/4", or "6/8" for two dotted quarters.
-std::u16string MeterText(groove::RegionMeter meter) {
-  if (meter.beats <= 0 || meter.beatDuration <= 0) return u"?";
-  // A dotted beat is three of the note value below it.
-  const bool dotted = (meter.beatDuration & (meter.beatDuration - 1)) != 0;
-  const std::int32_t unit = dotted ? meter.beatDuration / 3 : meter.beatDuration;
-  const std::int64_t beats = dotted ? std::int64_t{meter.beats} * 3 : meter.beats;
-  if (unit <= 0 || kWholeNote % unit != 0) return Number(beats) + u"/?";
-  return Number(beats) + u"/" + Number(kWholeNote / unit);
-}
-
-std::u16string GrooveMeter(const StyleInfo& info) {
-  if (info.numerator <= 0 || info.denominator <= 0) return u"?";
-  return Number(info.numerator) + u"/" + Number(info.denominator);
-}
 
 // As many names as fit the budget, in key order, and how many more there are.
 std::u16string Instruments(const std::vector<int>& keys) {
@@ -81,20 +43,38 @@ std::u16string Instruments(const std::vector<int>& keys) {
     ++shown;
   }
   if (shown < keys.size()) names += u" +" + Number(static_cast<std::int64_t>(keys.size() - shown));
-  return Substituted(StringResource(kStringInstruments), {names});
+  return StringResource(kStringInstruments, {names});
 }
 
-// What the command would conclude, after the groove's meter and length.
-std::u16string Conclusion(const StyleInfo& info, groove::RegionMeter selected) {
-  const std::u16string meter = MeterText(selected);
-  switch (info.verdict) {
-    case groove::Verdict::kPlaced:
-      return Substituted(StringResource(kStringFits), {meter});
-    case groove::Verdict::kDrumsAfterRegion:
-      return StringResource(kStringDrumsAfter);
-    default:
-      return Substituted(StringResource(kStringDoesNotFit), {meter});
+// What the command would conclude, after the groove's meter and length,
+// and whether the refusal's own text must follow on a line of its own.
+struct Conclusion {
+  std::u16string text;
+  bool refusalFollows = false;
+};
+
+Conclusion Concluded(const GrooveStyle& style, const StyleInfo& info,
+                     groove::RegionMeter selected) {
+  const std::u16string meter = Widened(groove::MeterName(selected));
+  if (info.verdict == groove::Verdict::kMeterMismatch) {
+    return {StringResource(kStringDoesNotFit, {meter})};
   }
+  if (info.verdict == groove::Verdict::kDrumsAfterRegion) {
+    return {StringResource(kStringDrumsAfter), true};
+  }
+  if (!info.refusedPart || info.refusal.empty()) return {StringResource(kStringFits, {meter})};
+  const PartKind part = *info.refusedPart;
+  const std::u16string name = StringResource(RowOf(part).nameString);
+  const std::u16string file = style.PartName(part);
+  if (info.refusalIsMeter) return {StringResource(kStringPartDoesNotFit, {name, file, meter})};
+  return {StringResource(kStringPartRefused, {name, file}), true};
+}
+
+std::u16string PlayedLine(const StyleInfo& info) {
+  const groove::PlayedTiming& timing = *info.played;
+  const std::uint64_t share = timing.strokes ? timing.onGrid * 100 / timing.strokes : 0;
+  return StringResource(info.straightened ? kStringPlayedStraight : kStringPlayedAsPlayed,
+                        {Number(static_cast<std::int64_t>(share))});
 }
 
 }  // namespace
@@ -107,17 +87,20 @@ std::u16string StyleInfoLine(const GrooveStyle& style, const StyleInfo& info,
     case groove::Verdict::kMeterMismatch:
     case groove::Verdict::kDrumsAfterRegion: {
       const std::uint32_t length = info.measures == 1 ? kStringOneMeasure : kStringLength;
-      text += Substituted(StringResource(length),
-                          {GrooveMeter(info), Number(info.measures), Conclusion(info, selected)});
+      const Conclusion conclusion = Concluded(style, info, selected);
+      text += StringResource(length, {Widened(groove::MeterName(info.numerator, info.denominator)),
+                                      Number(info.measures), conclusion.text});
+      if (conclusion.refusalFollows) text += u"\n" + info.refusal;
+      if (info.played) text += u"\n" + PlayedLine(info);
       return text + u"\n" + Instruments(info.keys);
     }
     case groove::Verdict::kReaderStopped:
-      return text + Substituted(StringResource(kStringCannotRead), {Widened(info.readerProblem)});
+      return text + StringResource(kStringCannotRead, {Widened(info.readerProblem)});
     case groove::Verdict::kUnreadable:
     case groove::Verdict::kNoDrumNotes:
       break;
   }
-  return text + StringResource(info.messageId);
+  return text + info.refusal;
 }
 
 void ShowStyleInfoLine(void* dialog, const std::u16string& text) {

@@ -4,74 +4,108 @@
 
 #include <cstdio>
 
-#include "dialog_ids.h"
 #include "groove_file.h"
 #include "host_api.h"
-#include "notation_styles.h"
 #include "platform.h"
-#include "string_resources.h"
-#include "user_messages.h"
 
 namespace rw::shell {
 namespace {
 
-constexpr std::uint32_t kStringNoGrooves = 22;
-constexpr std::size_t kNotationTextCapacity = 257;
-
 constexpr char16_t kGrooveFolderName[] = u"\\Rhythm Weave\\";
-constexpr char16_t kPattern[] = u"*.mid";
+constexpr char16_t kGroovePattern[] = u"*.mid";
+constexpr char16_t kAnyName[] = u"*";
+constexpr char16_t kSeparator = u'\\';
 
-std::int64_t TextArgument(const void* text) {
-  return static_cast<std::int64_t>(reinterpret_cast<std::intptr_t>(text));
-}
-
-std::int64_t SendToList(void* dialog, int list, std::uint32_t message, std::uint64_t wparam = 0,
-                        std::int64_t lparam = 0) {
-  return host::SendDlgItemMessageW(dialog, list, message, wparam, lparam);
-}
+// A folder, or a folder and its pattern, that fits the platform's paths.
+bool Fits(const std::u16string& path) { return path.size() < platform::kMaxPath; }
 
 // The Component Files folder with the groove folder's name after it, or an
 // empty string when the host gave no folder or the path would not fit.
-std::u16string FindGrooveFolder() {
+std::u16string ShippedRoot() {
   char16_t path[CX_PATH_UNITS] = {};
   host::CX_GetCantelPath(CX_PATH_COMPONENT_FILES, path, host::kVersion);
   path[CX_PATH_UNITS - 1] = 0;
   std::u16string folder(path);
   if (folder.empty()) return {};
   folder += kGrooveFolderName;
-  if (folder.size() + std::size(kPattern) > CX_PATH_UNITS) return {};
-  return folder;
+  return Fits(folder + kGroovePattern) ? folder : std::u16string{};
 }
 
-StyleLibrary FindStyles() {
-  StyleLibrary styles;
-  const std::u16string folder = FindGrooveFolder();
-  if (folder.empty()) return styles;
-  const std::u16string pattern = folder + kPattern;
-  platform::FindData found;
-  // The search handle is left open, as the module always has.
-  platform::FindHandle search = platform::FindFirstFileW(pattern.c_str(), &found);
-  if (search == platform::kInvalidFindHandle) return styles;
-  do {
-    // A folder named like a groove file is not one.
-    if ((found.attributes & platform::kAttributeDirectory) != 0) continue;
-    if (std::u16string_view(found.fileName) != kTemporaryFileName) {
-      styles.push_back(GrooveStyle{folder, found.fileName});
-    }
-  } while (platform::FindNextFileW(search, &found));
-  return styles;
+std::u16string OwnRoot() {
+  char16_t path[platform::kMaxPath] = {};
+  if (!platform::UserGrooveFolder(path, platform::kMaxPath)) return {};
+  std::u16string folder = std::u16string(path) + kSeparator;
+  return Fits(folder + kGroovePattern) ? folder : std::u16string{};
 }
 
-// In UTF-16, as every list is: 8-bit texts would pass through the system's
-// code page, which need not be the language's.
-void FillGenerateList(void* dialog, std::int32_t notationRow) {
-  for (const NotationStyleRow& style : NotationStyles()) {
-    char16_t text[kNotationTextCapacity];
-    LoadStringResource(style.stringId, text, kNotationTextCapacity);
-    SendToList(dialog, RW_ID_GENERATE_LIST, CX_CB_ADDSTRING, 0, TextArgument(text));
+// One directory search, closed however it ends.
+class Search {
+ public:
+  explicit Search(const std::u16string& pattern)
+      : handle_(platform::FindFirstFileW(pattern.c_str(), &found_)) {}
+  ~Search() {
+    if (handle_ != platform::kInvalidFindHandle) platform::FindClose(handle_);
   }
-  SendToList(dialog, RW_ID_GENERATE_LIST, CX_CB_SETCURSEL,
-             static_cast<std::uint64_t>(static_cast<std::int64_t>(notationRow)));
+  Search(const Search&) = delete;
+  Search& operator=(const Search&) = delete;
+
+  // Each entry once, in the system's order.
+  template <class Visit>
+  void ForEach(Visit visit) {
+    if (handle_ == platform::kInvalidFindHandle) return;
+    do {
+      visit(found_);
+    } while (platform::FindNextFileW(handle_, &found_));
+  }
+
+ private:
+  platform::FindData found_;
+  platform::FindHandle handle_;
+};
+
+bool IsFolder(const platform::FindData& found) {
+  return (found.attributes & platform::kAttributeDirectory) != 0;
+}
+
+// A folder's name that the file system compares without case, as Windows'
+// does, against a companion folder's.
+bool SameFolderName(std::u16string_view a, std::u16string_view b) {
+  if (a.size() != b.size()) return false;
+  for (std::size_t i = 0; i < a.size(); ++i) {
+    const auto upper = [](char16_t c) { return c >= u'a' && c <= u'z' ? char16_t(c - 32) : c; };
+    if (upper(a[i]) != upper(b[i])) return false;
+  }
+  return true;
+}
+
+bool IsCompanionFolder(std::u16string_view name) {
+  for (const PartRow& row : PartRows()) {
+    if (!row.folder.empty() && SameFolderName(name, row.folder)) return true;
+  }
+  return false;
+}
+
+void Walk(const std::u16string& root, bool own, const std::u16string& relative, int depth,
+          StyleLibrary& styles) {
+  const std::u16string folder = root + relative;
+  if (!Fits(folder + kGroovePattern)) return;
+  Search(folder + kGroovePattern).ForEach([&](const platform::FindData& found) {
+    // A folder named like a groove file is not one.
+    if (IsFolder(found)) return;
+    const std::u16string_view file(found.fileName);
+    if (file == kTemporaryFileName) return;
+    styles.push_back(GrooveStyle{root, relative + std::u16string(file), own});
+  });
+  if (depth >= kDeepestCategory) return;
+  std::vector<std::u16string> categories;
+  Search(folder + kAnyName).ForEach([&](const platform::FindData& found) {
+    const std::u16string_view name(found.fileName);
+    if (!IsFolder(found) || name == u"." || name == u".." || IsCompanionFolder(name)) return;
+    categories.emplace_back(name);
+  });
+  for (const std::u16string& category : categories) {
+    Walk(root, own, relative + category + kSeparator, depth + 1, styles);
+  }
 }
 
 bool Readable(const std::u16string& path) {
@@ -83,27 +117,39 @@ bool Readable(const std::u16string& path) {
 
 }  // namespace
 
-std::u16string GrooveStyle::ShownName() const {
-  return fileName.substr(0, fileName.size() >= 4 ? fileName.size() - 4 : 0);
+std::u16string GrooveStyle::Category() const {
+  const std::size_t at = name.rfind(kSeparator);
+  return at == std::u16string::npos ? std::u16string{} : name.substr(0, at);
 }
 
-bool GrooveStyle::HasFill() const { return Readable(folder + FillName()); }
-bool GrooveStyle::HasEnding() const { return Readable(folder + EndingName()); }
+std::u16string GrooveStyle::FileName() const {
+  const std::size_t at = name.rfind(kSeparator);
+  return at == std::u16string::npos ? name : name.substr(at + 1);
+}
 
-StyleLibrary FillStyleLibrary(void* dialog, std::int32_t notationRow) {
-  SendToList(dialog, RW_ID_STYLE_LIST, CX_LB_RESETCONTENT);
-  SendToList(dialog, RW_ID_GENERATE_LIST, CX_CB_RESETCONTENT);
+std::u16string GrooveStyle::ShownName() const {
+  const std::u16string file = FileName();
+  return file.substr(0, file.size() >= 4 ? file.size() - 4 : 0);
+}
 
-  StyleLibrary styles = FindStyles();
-  for (const GrooveStyle& style : styles) {
-    const std::u16string shown = style.ShownName();
-    SendToList(dialog, RW_ID_STYLE_LIST, CX_LB_ADDSTRING, 0, TextArgument(shown.c_str()));
-  }
-  if (styles.empty()) {
-    ShowMessage(kStringNoGrooves, CX_MB_EXCLAMATION);
-    return styles;
-  }
-  FillGenerateList(dialog, notationRow);
+std::u16string GrooveStyle::PartName(PartKind part) const {
+  const std::u16string_view folder = RowOf(part).folder;
+  if (folder.empty()) return name;
+  const std::u16string category = Category();
+  return (category.empty() ? u"" : category + kSeparator) + std::u16string(folder) + kSeparator +
+         FileName();
+}
+
+bool GrooveStyle::Has(PartKind part) const {
+  return part == PartKind::kMain || Readable(PathOf(part));
+}
+
+GrooveRoots FindGrooveRoots() { return {ShippedRoot(), OwnRoot()}; }
+
+StyleLibrary FindStyles(const GrooveRoots& roots) {
+  StyleLibrary styles;
+  if (!roots.shipped.empty()) Walk(roots.shipped, false, u"", 0, styles);
+  if (!roots.own.empty()) Walk(roots.own, true, u"", 0, styles);
   return styles;
 }
 

@@ -17,8 +17,9 @@
   S(19, "Det gick inte att öppna filen.")                                                         \
   S(20, "Inga trumnoter hittades i MIDI-filen.")                                                  \
   S(21, "Fel: taktarten i MIDI-filen stämmer inte.")                                              \
-  S(22, "Inga MIDI-filer hittades i mappen Rhythm Weave, eller så finns inte mappen. Den ska "    \
-        "heta Rhythm Weave och ligga i mappen Component Files.")                                  \
+  S(22, "Inga MIDI-filer hittades i mapparna Rhythm Weave, eller så finns ingen av dem. Den "     \
+        "ena ska heta Rhythm Weave och ligga i mappen Component Files; dina egna komp kan "       \
+        "ligga i mappen Rhythm Weave i mappen Dokument.")                                         \
   S(23, "Välj en rytmstil i listan.")                                                             \
   S(24, "Dokumentet innehåller ingen slagverkskarta. Öppna först biblioteket 'Percussion Maps' "  \
         "eller välj en annan notationsstil.")                                                     \
@@ -49,7 +50,26 @@
   S(43, "passar inte de markerade %1-takterna")                                                   \
   S(44, "trummorna börjar efter de markerade takterna")                                           \
   S(45, "Instrument: %1")                                                                         \
-  S(46, "Filen kan inte läsas: %1")
+  S(46, "Filen kan inte läsas: %1")                                                               \
+  S(47, "Filen är skadad: %1.")                                                                   \
+  S(48, "Stilens inräkning kan inte användas: %s")                                                \
+  S(49, "Stilens andra komp kan inte användas: %s")                                               \
+  S(50, "Spelad timing: %1 % av slagen på rutnätet; skrivs jämnt i sextondelar och trioler")      \
+  S(51, "Spelad timing: %1 % av slagen på rutnätet; placeras som det spelades")                   \
+  S(52, "dess %1 (%2) passar inte de markerade %3-takterna")                                      \
+  S(53, "andra komp")                                                                             \
+  S(54, "inräkning")                                                                              \
+  S(55, "break")                                                                                  \
+  S(56, "avslutning")                                                                             \
+  S(57, "Trummorna i MIDI-filen börjar efter de takter den får mellan breaken, så ingenting av "  \
+        "den skulle höras. Välj break mer sällan eller inga, eller välj ett komp vars trummor "   \
+        "börjar från början.")                                                                    \
+  S(58, "Trummorna i MIDI-filen börjar efter de takter som inräkningen och avslutningen lämnar "  \
+        "åt den, så ingenting av den skulle höras. Markera fler takter, hoppa över inräkningen "  \
+        "eller avslutningen, eller välj ett komp vars trummor börjar från början.")               \
+  S(59, "Ingen stil passar de markerade %1-takterna: avmarkera rutan ovan för att se alla.")      \
+  S(60, "dess %1 (%2) kan inte användas")                                                         \
+  S(61, "Egna komp")
 
 #define RW_DLG_CAPTION "Rhythm Weave"
 #define RW_DLG_STYLE " &Stil "
@@ -59,8 +79,15 @@
 #define RW_DLG_GENERATE "&Generera:"
 #define RW_DLG_OK "&OK"
 #define RW_DLG_CANCEL "&Avbryt"
-#define RW_DLG_NOTE                                                                       \
-  "Obs! Fler stilar blir tillgängliga om du lägger standard-MIDI-filer (.mid) i mappen "  \
-  "Rhythm Weave, som ligger i mappen Component Files."
-#define RW_DLG_FILL_EVERY "Break var:"
-#define RW_DLG_ENDING "Avsluta med avslutningen"
+#define RW_DLG_NOTE                                                                        \
+  "Obs! Fler stilar blir tillgängliga om du lägger standard-MIDI-filer (.mid) i mappen "   \
+  "Rhythm Weave, som ligger i mappen Component Files, eller i en egen mapp Rhythm Weave "  \
+  "i mappen Dokument."
+#define RW_DLG_FILL_EVERY "Br&eak var:"
+#define RW_DLG_ENDING "Avsluta &med avslutningen"
+#define RW_DLG_ONLY_FITTING "Bara stilar som passar &takterna"
+#define RW_DLG_ARRANGEMENT " A&rrangemang "
+#define RW_DLG_COUNT_IN "Börja med &inräkning"
+#define RW_DLG_CRASH "&Crash efter varje break"
+#define RW_DLG_VARIATION "&Växla med det andra kompet"
+#define RW_DLG_STRAIGHTEN "&Jämna ut spelad timing"

@@ -16,3 +16,10 @@
 #undef RW_AT_OK
 #undef RW_AT_CANCEL
 #undef RW_AT_NOTE
+#undef RW_AT_ONLY_FITTING
+#undef RW_AT_GROOVE_GRID
+#undef RW_AT_ARRANGEMENT
+#undef RW_AT_COUNT_IN
+#undef RW_AT_CRASH
+#undef RW_AT_VARIATION
+#undef RW_AT_STRAIGHTEN

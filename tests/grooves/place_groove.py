@@ -1,8 +1,9 @@
 """Places one starter style through the reference host, in its own meter:
 the main groove alone over a region one measure longer than two of its
 repetitions, once per groove length, the last repetition cut at the
-region's end; then the whole phrase, with a fill every 4 measures and the
-ending, chosen with the dialog's controls, over two phrases and the ending;
+region's end; then the whole phrase, with a fill every 4 measures, the
+crash after each fill and the ending, chosen with the dialog's controls,
+over two phrases and the ending;
 then the variation and the count-in, each alone in the same way as the only
 style of a folder of its own. Every stroke that falls inside a placement's
 measures must be written, without a single message.
@@ -34,18 +35,31 @@ def measure_run(numerator, denominator, count):
     return {"count": count, "beats": numerator, "beat_duration": 4096 // denominator}
 
 
-def notes_within(groove, measures):
+CRASHES = {49, 57}
+HANDS_TO_CRASH = {42, 51}  # closed hi-hat, ride: the stroke that moves to the crash
+
+
+def notes_within(groove, measures, crash=False):
     """The notes the host's import writes from the groove's first `measures`
-    measures: one per key and onset, at most ENTRY_MAX_NOTES an onset."""
+    measures: one per key and onset, at most ENTRY_MAX_NOTES an onset. With
+    `crash`, the downbeat sounds a crash: a closed hi-hat or ride stroke
+    there becomes it, or one is added, unless one sounds there already."""
     chords = {}
     for note in groove.notes:
         if note.tick < measures * groove.ticks_per_measure:
             chords.setdefault(note.tick, set()).add(note.key)
+    downbeat = chords.setdefault(0, set())
+    if crash and not downbeat & CRASHES:
+        hand = sorted(downbeat & HANDS_TO_CRASH)
+        if hand:
+            downbeat.discard(hand[0])
+        downbeat.add(49)
     return sum(min(len(keys), ENTRY_MAX_NOTES) for keys in chords.values())
 
 
 def main_placements(first, last, length, part):
-    return [(part, start, min(start + length - 1, last)) for start in range(first, last + 1, length)]
+    return [(part, start, min(start + length - 1, last), False)
+            for start in range(first, last + 1, length)]
 
 
 def phrase_placements(style, measures, phrase):
@@ -61,10 +75,12 @@ def phrase_placements(style, measures, phrase):
             continue
         fill_first = last - fill.measures + 1
         placed += main_placements(start, fill_first - 1, style.main.measures, style.main)
-        placed.append((fill, fill_first, last))
+        placed.append((fill, fill_first, last, False))
     if ending:
-        placed.append((ending, body_last + 1, measures))
-    return placed
+        placed.append((ending, body_last + 1, measures, False))
+    # The measure after each fill starts with a crash, as the dialog starts.
+    return [(groove, start, end, i > 0 and placed[i - 1][0] is fill and groove is not fill)
+            for i, (groove, start, end, _) in enumerate(placed)]
 
 
 def scenario_for(style, placed, measures, dialog, description, groove_folder):
@@ -75,10 +91,10 @@ def scenario_for(style, placed, measures, dialog, description, groove_folder):
         "/edits/started": 1,
         "/edits/ended": 1,
     }
-    for i, (groove, start, end) in enumerate(placed):
+    for i, (groove, start, end, crash) in enumerate(placed):
         expect["/imports/%d/region/start_measure" % i] = start
         expect["/imports/%d/region/end_measure" % i] = end
-        expect["/imports/%d/notes_placed" % i] = notes_within(groove, end - start + 1)
+        expect["/imports/%d/notes_placed" % i] = notes_within(groove, end - start + 1, crash)
     expect["/imports/%d" % len(placed)] = None  # nothing more
     main = style.main
     return {

@@ -17,6 +17,8 @@ namespace {
 namespace fs = std::filesystem;
 using Bytes = std::vector<std::uint8_t>;
 using rw::shell::LoadStoredChoices;
+using rw::shell::Option;
+using rw::shell::PartKind;
 using rw::shell::RememberedChoices;
 using rw::shell::SaveStoredChoices;
 
@@ -78,30 +80,42 @@ TEST_F(ThePlacementSetting, IsSavedOnlyWhereTheKeyExistsButAlwaysRemembered) {
   EXPECT_EQ(LoadStoredChoices(remembered_), 0u);
 
   fs::create_directories(Key());
-  remembered_.fillEvery = 8;
-  remembered_.ending = true;
+  remembered_.parts[PartKind::kFill] = 8;
+  remembered_.parts[PartKind::kEnding] = 1;
+  remembered_.options[Option::kStraighten] = false;
   SaveStoredChoices(1, remembered_);
   EXPECT_EQ(Stored(), (Bytes{1, 0, 0, 0}));
+  // Every part and option under the value its row names.
   EXPECT_EQ(Stored("rhythmweaveFill"), (Bytes{8, 0, 0, 0}));
   EXPECT_EQ(Stored("rhythmweaveEnding"), (Bytes{1, 0, 0, 0}));
+  EXPECT_EQ(Stored("rhythmweaveCountIn"), (Bytes{0, 0, 0, 0}));
+  EXPECT_EQ(Stored("rhythmweaveVariation"), (Bytes{0, 0, 0, 0}));
+  EXPECT_EQ(Stored("rhythmweaveCrash"), (Bytes{1, 0, 0, 0}));
+  EXPECT_EQ(Stored("rhythmweaveStraighten"), (Bytes{0, 0, 0, 0}));
+  EXPECT_EQ(Stored("rhythmweaveOnlyFitting"), (Bytes{1, 0, 0, 0}));
 }
 
-TEST_F(ThePlacementSetting, TheStoredPhraseIsReadWithItAsTheDialogOffersIt) {
+TEST_F(ThePlacementSetting, TheStoredPartsAndOptionsAreReadAsTheDialogOffersThem) {
   const struct {
-    Bytes fill, ending;
-    std::uint32_t fillEvery;
-    bool withEnding;
-  } cases[] = {{{4, 0, 0, 0}, {1, 0, 0, 0}, 4, true},
-               {{16, 0, 0, 0}, {0, 0, 0, 0}, 16, false},
-               {{3, 0, 0, 0}, {7, 0, 0, 0}, 0, true}};  // no such choice; any ending
+    Bytes fill, ending, straighten;
+    std::uint32_t fillEvery, withEnding;
+    bool straight;
+  } cases[] = {{{4, 0, 0, 0}, {1, 0, 0, 0}, {0, 0, 0, 0}, 4, 1, false},
+               {{16, 0, 0, 0}, {0, 0, 0, 0}, {1, 0, 0, 0}, 16, 0, true},
+               {{3, 0, 0, 0}, {7, 0, 0, 0}, {9, 0, 0, 0}, 0, 1, true}};  // no such choice; any
   for (const auto& c : cases) {
     Store({0, 0, 0, 0});
     Store(c.fill, "rhythmweaveFill");
     Store(c.ending, "rhythmweaveEnding");
+    Store(c.straighten, "rhythmweaveStraighten");
     RememberedChoices remembered;
     LoadStoredChoices(remembered);
-    EXPECT_EQ(remembered.fillEvery, c.fillEvery);
-    EXPECT_EQ(remembered.ending, c.withEnding);
+    EXPECT_EQ(remembered.parts[PartKind::kFill], c.fillEvery);
+    EXPECT_EQ(remembered.parts[PartKind::kEnding], c.withEnding);
+    EXPECT_EQ(remembered.options[Option::kStraighten], c.straight);
+    // Values never stored read as the dialog starts: parts off, options on.
+    EXPECT_EQ(remembered.parts[PartKind::kCountIn], 0u);
+    EXPECT_TRUE(remembered.options[Option::kOnlyFitting]);
   }
 }
 
