@@ -9,15 +9,9 @@ class HitCollector : public SmfEventVisitor {
  public:
   explicit HitCollector(GrooveHits& out) : out_(out) {}
 
-  bool sound() const { return sound_; }
-
   void Header(uint16_t, uint16_t, uint16_t division) override { out_.division = division; }
   void TrackStart(int32_t, uint64_t, uint64_t) override { sounding_.fill(kNone); }
   void Event(const SmfEvent& e) override {
-    if (HasStatusBitInData(e)) {
-      sound_ = false;
-      return;
-    }
     const bool noteOn = IsDrumNoteOn(e);
     if (!noteOn && !IsDrumNoteOff(e)) return;
     std::size_t& sounding = sounding_[e.data1];
@@ -33,7 +27,6 @@ class HitCollector : public SmfEventVisitor {
   static constexpr std::size_t kNone = SIZE_MAX;
   GrooveHits& out_;
   std::array<std::size_t, 128> sounding_{};
-  bool sound_ = true;
 };
 
 }  // namespace
@@ -41,8 +34,7 @@ class HitCollector : public SmfEventVisitor {
 GrooveHits DrumHitsOf(std::span<const uint8_t> file) {
   GrooveHits result;
   HitCollector collector(result);
-  result.wellFormed =
-      WalkStrictly(file.data(), file.size(), &collector).wellFormed && collector.sound();
+  result.wellFormed = WalkStrictly(file.data(), file.size(), &collector).wellFormed;
   if (!result.wellFormed) result.hits.clear();
   return result;
 }

@@ -15,20 +15,6 @@ constexpr double kTripletMargin = 1.5;
 
 GridChoice::GridChoice(const MeterBeats& beats) : beats_(beats), places_(beats.count()) {}
 
-void GridChoice::AddOnset(const BeatPlace& place) {
-  if (!beats_.MayTakeTriplets(place.beat)) return;
-  const uint64_t length = beats_.LengthOf(place.beat);
-  const uint64_t offset = place.offset;
-  // The places' bounds lie halfway between the positions of neighbouring
-  // places: 1/8 (between the start and a sixteenth), 5/12 (a triplet and
-  // the eighth), 7/12 and 7/8.
-  if (8 * offset < length || 8 * offset >= 7 * length) return;
-  const std::size_t which = 12 * offset < 5 * length ? 0 : 12 * offset < 7 * length ? 1 : 2;
-  Place& pooled = places_[place.beat][which];
-  pooled.offsets += offset;
-  ++pooled.count;
-}
-
 // With n onsets whose offsets sum to S, the centre is S/n; the nearest point
 // k·step has k = round(S/(n·step)), and n·d² = (S − n·k·step)²/n. The sums
 // reach 2^51 at most (2^32 onsets of at most 2^19 twelfths), so the square

@@ -36,7 +36,19 @@ class GridChoice {
  public:
   explicit GridChoice(const MeterBeats& beats);
 
-  void AddOnset(const BeatPlace& place);
+  // The places' bounds lie halfway between the positions of neighbouring
+  // places: 1/8 (between the start and a sixteenth), 5/12 (a triplet and
+  // the eighth), 7/12 and 7/8.
+  void AddOnset(const BeatPlace& place) {
+    if (!beats_.MayTakeTriplets(place.beat)) return;
+    const uint64_t length = beats_.LengthOf(place.beat);
+    const uint64_t offset = place.offset;
+    if (8 * offset < length || 8 * offset >= 7 * length) return;
+    const std::size_t which = 12 * offset < 5 * length ? 0 : 12 * offset < 7 * length ? 1 : 2;
+    Place& pooled = places_[place.beat][which];
+    pooled.offsets += offset;
+    ++pooled.count;
+  }
 
   // One grid per beat of the meter, from the barline.
   std::vector<BeatGrid> Choose() const;

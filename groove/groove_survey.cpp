@@ -10,23 +10,15 @@
 namespace rw::groove {
 namespace {
 
-// Bytes a straight event can take at most: a delta time of four bytes and
-// its status.
-constexpr uint64_t kLongestDelta = 4;
-constexpr uint64_t kLongestNote = kLongestDelta + 3;
-constexpr uint64_t kChunkHeaderAndEnd = 8 + kLongestDelta + 3;
-
 class Survey : public SmfEventVisitor {
  public:
-  Survey(const uint8_t* file, const MeterBeats* beats, GrooveSurvey& out)
-      : file_(file), beats_(beats), out_(out) {
+  Survey(const MeterBeats* beats, GrooveSurvey& out) : beats_(beats), out_(out) {
     if (beats_) {
       choice_.emplace(*beats_);
       cursor_.emplace(*beats_);
     }
   }
 
-  bool sound() const { return sound_; }
   std::vector<BeatGrid> grids() const {
     return choice_ ? choice_->Choose() : std::vector<BeatGrid>();
   }
@@ -34,27 +26,20 @@ class Survey : public SmfEventVisitor {
   void Header(uint16_t format, uint16_t, uint16_t division) override {
     out_.format = format;
     out_.division = division;
-    out_.largestStraightSize = 14;
     grid_ = ProgrammedGrid(division);
   }
   void TrackStart(int32_t, uint64_t, uint64_t) override {
     Release();
     if (beats_) cursor_.emplace(*beats_);
-    out_.largestStraightSize += kChunkHeaderAndEnd;
   }
   void Event(const SmfEvent& e) override {
-    if (HasStatusBitInData(e)) sound_ = false;
     if (IsDrumNoteOn(e)) {
       ++out_.timing.strokes;
       if (grid_.HoldsRising(e.tick)) ++out_.timing.onGrid;
-      out_.largestStraightSize += 2 * kLongestNote;  // the stroke and its release
       if (choice_) Hold(e.tick, e.data2, GeneralMidiKeyOf(e.data1));
-    } else if (!IsDrumNoteOff(e)) {
-      const uint64_t bytes =
-          e.status >= 0xF0 ? uint64_t(e.payload - file_) + e.payloadLength - e.offset : 3;
-      out_.largestStraightSize += kLongestDelta + bytes;
+    } else if (e.status == 0xFF && e.data1 == 0x2F) {
+      Release();
     }
-    if (e.status == 0xFF && e.data1 == 0x2F) Release();
   }
 
  private:
@@ -89,26 +74,22 @@ class Survey : public SmfEventVisitor {
     }
   }
 
-  const uint8_t* file_;
   const MeterBeats* beats_;
   GrooveSurvey& out_;
   std::optional<GridChoice> choice_;
   std::optional<BeatCursor> cursor_;
   ProgrammedGrid grid_{0};
   std::array<Held, 128> held_{};
-  bool sound_ = true;
 };
 
 }  // namespace
 
 GrooveSurvey SurveyGroove(std::span<const uint8_t> file, const MeterBeats* beats) {
   GrooveSurvey result;
-  Survey survey(file.data(), beats, result);
+  Survey survey(beats, result);
   const StrictWalk walk = WalkStrictly(file.data(), file.size(), &survey);
   if (!walk.wellFormed) {
-    result.problem = walk.problem;
-  } else if (!survey.sound()) {
-    result.problem = "a channel message holds a data byte of 0x80 or more";
+    result.problem = walk.problem.empty() ? "the file needs mending first" : walk.problem;
   } else {
     result.wellFormed = true;
     result.timing = JudgePlayedTiming(result.timing.strokes, result.timing.onGrid);

@@ -1,8 +1,8 @@
 // The first of straightening's two walks over a filtered groove. It counts
-// the strokes on the programmed grid (played_timing.h), pools the onsets
-// that choose each beat's grid (grid_choice.h), and bounds the size of the
-// straight file, holding nothing that grows with the file: the file itself
-// is read again by the second walk instead of being copied into tables.
+// the strokes on the programmed grid (played_timing.h) and pools the onsets
+// that choose each beat's grid (grid_choice.h), holding nothing that grows
+// with the file: the file itself is read again by the second walk instead
+// of being copied into tables.
 #pragma once
 
 #include <cstdint>
@@ -22,7 +22,6 @@ struct GrooveSurvey {
   uint16_t division = 0;
   PlayedTiming timing;
   std::vector<BeatGrid> grids;  // one per beat of `beats`; none without them
-  uint64_t largestStraightSize = 0;
 };
 
 // `beats` may be null: then only the timing is measured.

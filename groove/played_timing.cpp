@@ -26,11 +26,9 @@ bool FewerThanFourFifths(uint64_t onGrid, uint64_t strokes) {
 class Counter : public SmfEventVisitor {
  public:
   explicit Counter(PlayedTiming& timing) : timing_(timing) {}
-  bool sound() const { return sound_; }
 
   void Header(uint16_t, uint16_t, uint16_t division) override { grid_ = ProgrammedGrid(division); }
   void Event(const SmfEvent& e) override {
-    if (HasStatusBitInData(e)) sound_ = false;
     if (!IsDrumNoteOn(e)) return;
     ++timing_.strokes;
     if (grid_.HoldsRising(e.tick)) ++timing_.onGrid;
@@ -39,7 +37,6 @@ class Counter : public SmfEventVisitor {
  private:
   PlayedTiming& timing_;
   ProgrammedGrid grid_{0};
-  bool sound_ = true;
 };
 
 }  // namespace
@@ -73,9 +70,7 @@ PlayedTiming MeasurePlayedTiming(std::span<const DrumHit> hits, uint16_t divisio
 std::optional<PlayedTiming> MeasurePlayedTiming(std::span<const uint8_t> file) {
   PlayedTiming timing;
   Counter counter(timing);
-  if (!WalkStrictly(file.data(), file.size(), &counter).wellFormed || !counter.sound()) {
-    return std::nullopt;
-  }
+  if (!WalkStrictly(file.data(), file.size(), &counter).wellFormed) return std::nullopt;
   return JudgePlayedTiming(timing.strokes, timing.onGrid);
 }
 

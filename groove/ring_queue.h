@@ -17,15 +17,18 @@ class RingQueue {
   T& front() { return slots_[head_ & mask_]; }
   const T& front() const { return slots_[head_ & mask_]; }
   T& back() { return slots_[(tail_ - 1) & mask_]; }
+  const T& back() const { return slots_[(tail_ - 1) & mask_]; }
   // The element pushed after `number` others; it must still be queued.
   T& at(uint64_t number) { return slots_[number & mask_]; }
   // The numbers of the first element and of the next one `push` adds.
   uint64_t first() const { return head_; }
   uint64_t next() const { return tail_; }
 
-  void push(const T& value) {
+  void push(const T& value) { Add() = value; }
+  // A new last element, for the caller to fill in place.
+  T& Add() {
     if (tail_ - head_ == slots_.size()) Grow();
-    slots_[tail_++ & mask_] = value;
+    return slots_[tail_++ & mask_];
   }
   void pop() { ++head_; }
   void pop_back() { --tail_; }

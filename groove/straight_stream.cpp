@@ -53,25 +53,23 @@ void StraightStream::Event(const SmfEvent& e) {
   } else if (e.status == 0xFF && e.data1 == 0x2F) {
     EndTrack(e.tick);
   } else {
-    Waiting kept{e.tick, 0, 0, Kind::kKept, e.status, e.data1, e.data2, false, false};
+    Waiting& kept = Wait(e.tick, Kind::kKept);
+    kept.status = e.status;
+    kept.data1 = e.data1;
+    kept.data2 = e.data2;
     if (e.status >= 0xF0) {
       kept.offset = e.offset;
       kept.length = uint32_t(uint64_t(e.payload - file_) + e.payloadLength - e.offset);
     }
-    Wait(kept);
+    PutInOrder();
   }
 }
 
-void StraightStream::Wait(const Waiting& event) {
-  waiting_.push(event);
-  const auto before = [](const Waiting& a, const Waiting& b) {
-    return a.tick != b.tick ? a.tick < b.tick : a.kind < b.kind;
-  };
-  for (uint64_t i = waiting_.next() - 1;
-       i > waiting_.first() && before(waiting_.at(i), waiting_.at(i - 1)); --i) {
+void StraightStream::MoveEarlier(uint64_t waiting) {
+  for (uint64_t i = waiting; i > waiting_.first() && Before(waiting_.at(i), waiting_.at(i - 1));
+       --i) {
     std::swap(waiting_.at(i), waiting_.at(i - 1));
   }
-  due_ = std::min(due_, event.tick);
 }
 
 // The stroke of a key put in last: that of its last stroke, which no
@@ -79,7 +77,7 @@ void StraightStream::Wait(const Waiting& event) {
 uint64_t StraightStream::LatestStrokeOf(uint8_t key) {
   for (uint64_t i = waiting_.next(); i-- > waiting_.first();) {
     const Waiting& event = waiting_.at(i);
-    if (event.kind == Kind::kStroke && event.data1 == key && !event.merged) return i;
+    if (event.kind == Kind::kStroke && event.data1 == key) return i;
   }
   return kNowhere;
 }
@@ -100,7 +98,8 @@ void StraightStream::Strike(uint64_t tick, uint8_t playedKey, uint8_t velocity) 
       return;
     }
     const uint64_t stroke = LatestStrokeOf(key);
-    if (stroke != kNowhere) waiting_.at(stroke).merged = true;
+    if (stroke != kNowhere) waiting_.at(stroke).kind = Kind::kMerged;
+    if (last.tick != last.played) --tally_.moved;
     const uint64_t release = last.silenced ? LatestReleaseOf(key) : kNowhere;
     if (release != kNowhere) {
       // Its release leaves the line.
@@ -120,13 +119,17 @@ void StraightStream::Strike(uint64_t tick, uint8_t playedKey, uint8_t velocity) 
     } else if (const uint64_t release = LatestReleaseOf(key); release != kNowhere) {
       if (releases_.at(release).tick > straight) {
         releases_.at(release).tick = straight;
-        MoveEarlier(release);
+        MoveReleaseEarlier(release);
         due_ = std::min(due_, straight);
       }
     }
   }
   last = {straight, tick, playedKey, velocity, true, false, false};
-  Wait({straight, 0, 0, Kind::kStroke, kNoteOn, key, velocity, straight != tick, false});
+  if (straight != tick) ++tally_.moved;
+  Waiting& written = Wait(straight, Kind::kStroke);
+  written.data1 = key;
+  written.data2 = velocity;
+  PutInOrder();
   sounding_[playedKey] = key;
 }
 
@@ -143,7 +146,7 @@ void StraightStream::Silence(uint8_t playedKey, uint64_t tick) {
 void StraightStream::QueueRelease(uint8_t key, uint64_t tick) {
   releases_.push({tick, key});
   ++releasesQueued_[key];
-  MoveEarlier(releases_.next() - 1);
+  MoveReleaseEarlier(releases_.next() - 1);
   due_ = std::min(due_, tick);
 }
 
@@ -156,7 +159,7 @@ uint64_t StraightStream::LatestReleaseOf(uint8_t key) {
   return kNowhere;
 }
 
-void StraightStream::MoveEarlier(uint64_t release) {
+void StraightStream::MoveReleaseEarlier(uint64_t release) {
   const auto before = [](const Release& a, const Release& b) {
     return a.tick != b.tick ? a.tick < b.tick : a.key < b.key;
   };
@@ -178,17 +181,21 @@ void StraightStream::WriteFirstRelease() {
 
 void StraightStream::WriteFirstWaiting() {
   const Waiting& event = waiting_.front();
-  if (event.kind == Kind::kStroke) {
-    if (!event.merged) {
+  switch (event.kind) {
+    case Kind::kStroke:
       Write(writer_.AddMessage(event.tick, kNoteOn, event.data1, event.data2));
       ++tally_.onsets;
-      if (event.moved) ++tally_.moved;
       tally_.written[event.data1] = true;
-    }
-  } else if (event.status >= 0xF0) {
-    Write(writer_.Add(event.tick, std::span<const uint8_t>(file_ + event.offset, event.length)));
-  } else {
-    Write(writer_.AddMessage(event.tick, event.status, event.data1, event.data2));
+      break;
+    case Kind::kMerged:  // the louder stroke on its point is written
+      break;
+    case Kind::kKept:
+      if (event.status >= 0xF0) {
+        Write(writer_.Add(event.tick, std::span<const uint8_t>(file_ + event.offset, event.length)));
+      } else {
+        Write(writer_.AddMessage(event.tick, event.status, event.data1, event.data2));
+      }
+      break;
   }
   waiting_.pop();
 }

@@ -65,17 +65,19 @@ class StraightStream : public SmfEventVisitor {
   // note-off and an End of Track. A channel message is held by its bytes
   // (its status resolved from running status), a meta or SysEx event by
   // where its bytes lie in the file.
-  enum class Kind : uint8_t { kKept, kStroke };  // at one tick, kept events first
+  enum class Kind : uint8_t {
+    kKept,
+    kStroke,  // at one tick after the kept events
+    kMerged,  // a stroke merged into a louder one: not written
+  };
   struct Waiting {
     uint64_t tick;
     uint64_t offset;  // of a meta or SysEx event's bytes after its delta time
     uint32_t length;  // of a meta or SysEx event
     Kind kind;
-    uint8_t status;  // of a kept event
-    uint8_t data1;   // of a kept event; a stroke's key
-    uint8_t data2;   // of a kept event; a stroke's velocity
-    bool moved;      // a stroke written at another tick than it was played
-    bool merged;     // a stroke merged into a louder one: not written
+    uint8_t status;
+    uint8_t data1;  // a stroke's key
+    uint8_t data2;  // a stroke's velocity
   };
   // The releases wait in a line of their own, in order of tick (then key):
   // one held long must not stand in the way of every event after it.
@@ -84,11 +86,29 @@ class StraightStream : public SmfEventVisitor {
     uint8_t key;
   };
 
-  void Wait(const Waiting& event);
+  // An event put at the end of the line, filled in where it stands; most
+  // come in order, and a stroke moved earlier passes the events it overtook.
+  static bool Before(const Waiting& a, const Waiting& b) {
+    return a.tick != b.tick ? a.tick < b.tick : a.kind < b.kind;
+  }
+  Waiting& Wait(uint64_t tick, Kind kind) {
+    Waiting& event = waiting_.Add();
+    event.tick = tick;
+    event.kind = kind;
+    if (tick < due_) due_ = tick;
+    return event;
+  }
+  void PutInOrder() {
+    const uint64_t last = waiting_.next() - 1;
+    if (last > waiting_.first() && Before(waiting_.at(last), waiting_.at(last - 1))) {
+      MoveEarlier(last);
+    }
+  }
+  void MoveEarlier(uint64_t waiting);
   uint64_t LatestStrokeOf(uint8_t key);        // its number in waiting_
   uint64_t LatestReleaseOf(uint8_t key);       // its number in releases_
   void QueueRelease(uint8_t key, uint64_t tick);
-  void MoveEarlier(uint64_t release);
+  void MoveReleaseEarlier(uint64_t release);
   void WriteFirstRelease();
   void WriteFirstWaiting();
 

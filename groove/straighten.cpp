@@ -12,7 +12,9 @@ StraightGroove WriteStraight(std::span<const uint8_t> filtered, const GrooveSurv
                              const MeterBeats& beats, std::vector<uint8_t> storage) {
   StraightGroove result;
   SmfWriter writer(survey.format, survey.division, std::move(storage));
-  writer.Reserve(std::size_t(survey.largestStraightSize));
+  // About as large as the filtered file: both in running status, a release
+  // for each note-off.
+  writer.Reserve(filtered.size() + filtered.size() / 4 + (std::size_t{1} << 16));
   StraightStream stream(filtered.data(), beats, survey.grids, survey.division, writer);
   WalkStrictly(filtered.data(), filtered.size(), &stream);
   const SmfWriteResult written = writer.Write(result.bytes);

@@ -44,8 +44,8 @@ bool PlacementsSoundDrums(const GenerateOptions& options, groove::RegionMeter me
     const bool cut = longest < std::min(part.Measures(), region);
     const bool groove = part.part == PartKind::kMain || part.part == PartKind::kVariation;
     const ShortOfMeasures why = !cut || !groove ? ShortOfMeasures::kRegion
-                                : fills        ? ShortOfMeasures::kFills
-                                               : ShortOfMeasures::kCountInOrEnding;
+                                : fills         ? ShortOfMeasures::kFills
+                                                : ShortOfMeasures::kCountInOrEnding;
     if (auto refusal = UncoveredDrums(part, options.style, meter, longest, why)) {
       report.Refusal(part.part, *refusal);
       return false;
@@ -61,8 +61,8 @@ Arrangement Arrange(const GenerateOptions& options, ArrangementReport& report) {
   const groove::RegionMeter meter = RegionMeterOf(options.work);
   for (const PartRow& row : PartRows()) {
     if (!options.parts.Chosen(row.kind) || !options.style.Has(row.kind)) continue;
-    PartLoad& load = arrangement[row.kind].emplace(
-        LoadPart(row.kind, options.style, meter, options.straighten));
+    PartLoad& load =
+        arrangement[row.kind].emplace(LoadPart(row.kind, options.style, meter, options.straighten));
     if (!load.readerBox.empty()) report.ReaderBox(load.readerBox);
     if (!load.accepted) {
       report.Refusal(row.kind, load.refusal);

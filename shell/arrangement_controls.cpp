@@ -47,9 +47,7 @@ void Offer(void* dialog, int control, bool& offered, bool offer, bool chosen) {
   Enable(dialog, control, offer);
 }
 
-const OptionRow& RowOf(Option option) {
-  return OptionRows()[static_cast<std::size_t>(option)];
-}
+const OptionRow& RowOf(Option option) { return OptionRows()[static_cast<std::size_t>(option)]; }
 
 void OfferCrash(void* dialog, ArrangementControls& controls) {
   const bool fills = controls.offered[static_cast<std::size_t>(PartKind::kFill)] &&

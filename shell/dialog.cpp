@@ -15,10 +15,10 @@
 #include "region_checks.h"
 #include "settings.h"
 #include "staff_list_fill.h"
+#include "string_resources.h"
 #include "style_info.h"
 #include "style_info_line.h"
 #include "style_library.h"
-#include "string_resources.h"
 #include "style_list.h"
 #include "user_messages.h"
 
@@ -50,15 +50,14 @@ std::int32_t Selection(void* dialog, int control, std::uint32_t message) {
 }
 
 void SetText(void* dialog, int control, const std::u16string& text) {
-  host::SendDlgItemMessageW(dialog, control, CX_WM_SETTEXT, 0,
-                            static_cast<std::int64_t>(reinterpret_cast<std::intptr_t>(text.c_str())));
+  host::SendDlgItemMessageW(
+      dialog, control, CX_WM_SETTEXT, 0,
+      static_cast<std::int64_t>(reinterpret_cast<std::intptr_t>(text.c_str())));
 }
 
 void EndDialog(void* dialog) { host::CX_EndDialog(dialog, kVersion); }
 
-bool OnlyFitting(const CommandRun& run) {
-  return run.arrangement.options[Option::kOnlyFitting];
-}
+bool OnlyFitting(const CommandRun& run) { return run.arrangement.options[Option::kOnlyFitting]; }
 
 // The style list as the filter box says; OK waits while the list says that
 // no style fits.

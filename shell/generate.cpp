@@ -62,9 +62,8 @@ std::vector<ImportFile> FilesOf(Arrangement& arrangement) {
   for (auto& load : arrangement.parts) {
     if (!load) continue;
     const PartKind part = load->loaded.part;
-    const bool crashes =
-        std::any_of(arrangement.plan.begin(), arrangement.plan.end(),
-                    [&](const Placement& p) { return p.part == part && p.crash; });
+    const bool crashes = std::any_of(arrangement.plan.begin(), arrangement.plan.end(),
+                                     [&](const Placement& p) { return p.part == part && p.crash; });
     if (crashes) files.push_back({part, true, WithCrashOnTheDownbeat(load->loaded.file)});
     files.push_back({part, false, std::move(load->loaded.file)});
   }

@@ -23,7 +23,7 @@ struct GenerateOptions {
   std::int32_t staffRow = 0;  // otherwise this row of the staff list; its slot is the row + 1
   GrooveStyle style;
   NotationStyle notation = NotationStyle::PercussionMap;
-  PartChoices parts;            // the companions chosen; parts[kFill]: a fill every so many measures
+  PartChoices parts;  // the companions chosen; parts[kFill]: a fill every so many measures
   bool crashAfterFill = false;  // the measure after each fill starts with a crash
   bool straighten = true;       // played parts are written straight
 };

@@ -38,10 +38,10 @@ struct LoadedPart {
 };
 
 struct PartLoad {
-  LoadedPart loaded;        // its file only once it is accepted
-  bool accepted = false;    // proven, and its meter fits
-  std::string readerBox;    // the reader's one box; empty when it said nothing
-  std::u16string refusal;   // why it is refused (a companion named); may be empty
+  LoadedPart loaded;       // its file only once it is accepted
+  bool accepted = false;   // proven, and its meter fits
+  std::string readerBox;   // the reader's one box; empty when it said nothing
+  std::u16string refusal;  // why it is refused (a companion named); may be empty
 };
 
 // A part of `style` read, proven and its meter checked against `meter`.

@@ -30,7 +30,7 @@ struct RememberedChoices {
   std::int32_t styleRow = -1;                   // the style list at the last OK; -1 for none
   std::int32_t staffRow = 0;                    // the staff list at the last OK
   std::int32_t notationRow = 0;                 // the Generate list, selected again at each opening
-  PartChoices parts;                            // a fill closes every parts[kFill] measures; 0: none
+  PartChoices parts;  // a fill closes every parts[kFill] measures; 0: none
   OptionChoices options;
 };
 

@@ -1,5 +1,6 @@
 #include "style_info.h"
 
+#include <algorithm>
 #include <string>
 
 #include "arrangement.h"
@@ -68,9 +69,10 @@ StyleInfo DescribeStyle(const GenerateOptions& options) {
   info.measures = judgement.grooveMeasures;
   info.keys = main->loaded.keys;
   if (arrangement.accepted) {
-    info.grid = groove::DrumGridTextOf(main->loaded.file.view(), judgement.pattern, kGridMeasures,
-                                     kGridWidth)
-                    .lines;
+    info.grid =
+        groove::DrumGridTextOf(main->loaded.file.view(), judgement.pattern,
+                               std::min(kGridMeasures, judgement.grooveMeasures), kGridWidth)
+            .lines;
   }
   return info;
 }

@@ -7,8 +7,8 @@
 
 #include "dialog_ids.h"
 #include "gm_drum_names.h"
-#include "meters.h"
 #include "host_api.h"
+#include "meters.h"
 #include "string_resources.h"
 
 namespace rw::shell {
@@ -21,7 +21,8 @@ constexpr std::uint32_t kStringDoesNotFit = 43;
 constexpr std::uint32_t kStringDrumsAfter = 44;
 constexpr std::uint32_t kStringInstruments = 45;
 constexpr std::uint32_t kStringCannotRead = 46;
-constexpr std::uint32_t kStringPlayedStraight = 50;  // "Played timing: %1 % ...; written straight..."
+constexpr std::uint32_t kStringPlayedStraight =
+    50;  // "Played timing: %1 % ...; written straight..."
 constexpr std::uint32_t kStringPlayedAsPlayed = 51;  // "...; placed as played"
 constexpr std::uint32_t kStringPartDoesNotFit = 52;  // "its %1 (%2) does not fit these %3 measures"
 constexpr std::uint32_t kStringPartRefused = 60;     // "its %1 (%2) cannot be used"

@@ -14,7 +14,7 @@
 namespace rw::shell {
 namespace {
 
-constexpr std::uint32_t kStringNoneFits = 59;   // "No style fits these %1 measures."
+constexpr std::uint32_t kStringNoneFits = 59;    // "No style fits these %1 measures."
 constexpr std::uint32_t kStringOwnGrooves = 61;  // the heading of the user's own folder
 constexpr std::size_t kNotationTextCapacity = 257;
 constexpr char16_t kHeadingMark[] = u"\u2014 ";
@@ -51,14 +51,14 @@ bool MeterFitsMeasures(const GrooveStyle& style, groove::RegionMeter meter) {
       platform::OpenFileW(style.PathOf(PartKind::kMain).c_str(), "rb"));
   if (!file) return true;
   const groove::MeterScan scan = groove::ScanMeterOfFile(file.get());
-  return scan.outcome != groove::MeterScanOutcome::kMeter ||
-         groove::MeterFits(scan.pattern, meter);
+  return scan.outcome != groove::MeterScanOutcome::kMeter || groove::MeterFits(scan.pattern, meter);
 }
 
 }  // namespace
 
-StyleListRows FillStyleList(void* dialog, const StyleLibrary& styles, std::vector<std::int8_t>& fits,
-                            bool onlyFitting, groove::RegionMeter meter) {
+StyleListRows FillStyleList(void* dialog, const StyleLibrary& styles,
+                            std::vector<std::int8_t>& fits, bool onlyFitting,
+                            groove::RegionMeter meter) {
   StyleListRows rows;
   host::SendDlgItemMessageW(dialog, RW_ID_STYLE_LIST, CX_LB_RESETCONTENT, 0, 0);
   fits.resize(styles.size(), -1);

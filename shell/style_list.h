@@ -17,8 +17,9 @@ namespace rw::shell {
 
 // Fills the list and answers its rows. `fits` caches, per style, whether
 // its meter fits `meter`, found the first time it is asked.
-StyleListRows FillStyleList(void* dialog, const StyleLibrary& styles, std::vector<std::int8_t>& fits,
-                            bool onlyFitting, groove::RegionMeter meter);
+StyleListRows FillStyleList(void* dialog, const StyleLibrary& styles,
+                            std::vector<std::int8_t>& fits, bool onlyFitting,
+                            groove::RegionMeter meter);
 
 // The style in a row; nothing for a heading or the row that says none fits.
 std::optional<std::size_t> StyleOfRow(const StyleListRows& rows, std::int32_t row);

@@ -75,12 +75,15 @@ void write_groove(const nlohmann::json& groove, const std::filesystem::path& fil
   events.push_back({0, 0, {0xFF, 0x51, 0x03, 0x07, 0xA1, 0x20}});  // 120 beats a minute
   std::uint32_t last = 0;
   for (const auto& note : groove.at("notes")) {
+    // [tick, key], then optionally the channel, the velocity and the length.
     const auto tick = note.at(0).get<std::uint32_t>();
     const auto key = static_cast<std::uint8_t>(note.at(1).get<int>());
     const std::uint8_t ch = note.size() > 2 ? static_cast<std::uint8_t>(note.at(2).get<int>()) : channel;
-    events.push_back({tick, 2, {static_cast<std::uint8_t>(0x90 | ch), key, 100}});
-    events.push_back({tick + division / 8u, 1, {static_cast<std::uint8_t>(0x80 | ch), key, 0}});
-    last = std::max(last, tick + division / 8u);
+    const auto velocity = static_cast<std::uint8_t>(note.size() > 3 ? note.at(3).get<int>() : 100);
+    const std::uint32_t length = note.size() > 4 ? note.at(4).get<std::uint32_t>() : division / 8u;
+    events.push_back({tick, 2, {static_cast<std::uint8_t>(0x90 | ch), key, velocity}});
+    events.push_back({tick + length, 1, {static_cast<std::uint8_t>(0x80 | ch), key, 0}});
+    last = std::max(last, tick + length);
   }
   std::stable_sort(events.begin(), events.end(), [](const Event& a, const Event& b) {
     return a.tick != b.tick ? a.tick < b.tick : a.order < b.order;

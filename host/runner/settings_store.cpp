@@ -17,7 +17,9 @@ namespace cantel_host {
 namespace {
 
 // The values the plug-in keeps, in the order the result lists them.
-const char* const kValueNames[] = {"rhythmweavePI", "rhythmweaveFill", "rhythmweaveEnding"};
+const char* const kValueNames[] = {
+    "rhythmweavePI",        "rhythmweaveFill",  "rhythmweaveEnding",     "rhythmweaveCountIn",
+    "rhythmweaveVariation", "rhythmweaveCrash", "rhythmweaveStraighten", "rhythmweaveOnlyFitting"};
 const char* const kPlacement = "rhythmweavePI";
 
 cantel_engine::Bytes little_endian(std::uint32_t value) {

@@ -1,6 +1,6 @@
 // The per-user settings the plug-in keeps: a folder under XDG_CONFIG_HOME on
 // POSIX, the registry key Software\HarpWorks on Windows, holding the values
-// "rhythmweavePI", "rhythmweaveFill" and "rhythmweaveEnding".
+// "rhythmweavePI" and the values of the parts and options beside it.
 #ifndef CANTEL_HOST_SETTINGS_STORE_H
 #define CANTEL_HOST_SETTINGS_STORE_H
 
