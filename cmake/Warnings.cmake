@@ -3,12 +3,6 @@
 # assertions.
 function(rw_warnings target)
   target_compile_options(${target} PRIVATE -Wall -Wextra -Wpedantic -Wconversion -Wshadow)
-  # GCC 12 at -O3 (the Windows build) takes a string built from a literal and
-  # a temporary for overlapping copies; the warning is wrong there, so it
-  # stays a warning.
-  if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
-    target_compile_options(${target} PRIVATE -Wno-error=restrict)
-  endif()
   if(RW_WERROR)
     target_compile_options(${target} PRIVATE -Werror)
   endif()

@@ -31,7 +31,6 @@ constexpr std::array<StepKind, 5> kStepKinds = {{
 }};
 constexpr std::size_t kFinest = kStepKinds.size() - 1;
 using StepMask = uint8_t;  // bit i: kStepKinds[i]
-constexpr StepMask kEveryStep = (1u << kStepKinds.size()) - 1;
 
 // Top to bottom of a drum part, before the instruments outside the kit;
 // the feet come after those.

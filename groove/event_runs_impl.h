@@ -249,11 +249,12 @@ void BasicSmfReader<Store>::SilenceRun(WindowRun& run) {
   // now however much the output grows, and the window stays inside the data.
   const uint8_t* chunkEnd = in + (run.chunkStop - run.position);
   // Input bytes left before the chunk's own end: reading may run past it,
-  // but a running event is rewritten only inside it, and only in a chunk the
-  // file holds whole (insertions move the chunk's end and the file's alike).
-  int64_t insideChunk = run.chunkEnd <= store.size() ? static_cast<int64_t>(run.chunkEnd) -
-                                                           static_cast<int64_t>(run.position)
-                                                     : 0;
+  // but a running event is rewritten only inside it, and only in a file
+  // whose chunks lie whole in it (InsideWholeChunk).
+  int64_t insideChunk =
+      rewritesRunningEvents_
+          ? static_cast<int64_t>(run.chunkEnd) - static_cast<int64_t>(run.position)
+          : 0;
   uint64_t counted = 0;
   const uint8_t* limit = std::min(chunkEnd, store.InputEnd() - (WindowRun::kWindow - 1));
   const bool collect = run.collect;

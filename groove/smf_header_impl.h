@@ -61,6 +61,22 @@ bool BasicSmfReader<Store>::ReadHeader() {
 }
 
 template <class Store>
+bool BasicSmfReader<Store>::ChunksLieInFile() const {
+  // The chunk headers alone, read before anything else is: one step per
+  // chunk, whatever its size.
+  const uint64_t size = store_.size();
+  uint64_t position = 0;
+  while (position < size) {
+    if (size - position < 8) return false;
+    uint64_t length = 0;
+    for (uint64_t i = 4; i < 8; ++i) length = (length << 8) | store_.Get(position + i);
+    if (length > size - position - 8) return false;
+    position += 8 + length;
+  }
+  return true;
+}
+
+template <class Store>
 bool BasicSmfReader<Store>::LoadTracks() {
   // Whatever way the load ends, the caller finds the filtered file in place.
   struct FlushOnExit {
@@ -69,6 +85,7 @@ bool BasicSmfReader<Store>::LoadTracks() {
   } flushOnExit{*this};
 
   Initialise();
+  rewritesRunningEvents_ = !ReadsByTheLiteralRules<Store> && ChunksLieInFile();
   if (!ReadHeader()) return false;
 
   drumNotesFound_ = false;

@@ -253,13 +253,17 @@ class BasicSmfReader {
   }
   void SilenceEvent(int64_t eventStart, bool secondData);
   void SilenceRunningEvent(int64_t eventStart);
-  // A byte of a chunk that the file holds whole: a running event read past
-  // its chunk's end, or in a chunk cut short by the file's end (whose bytes
-  // it refuses anyway), is left as it stands, so that the rewrite never
-  // changes what the load reads or how it ends.
+  // Whether every chunk lies whole in the file, as their lengths lay them
+  // out: only then may running events get a byte. In a file cut short,
+  // bytes read past its end are zeros, and a cut or a move beyond them is a
+  // range-check failure that a grown file would escape; such a file is
+  // refused anyway, and left exactly as the literal rules leave it.
+  bool ChunksLieInFile() const;
+  // A byte of the current chunk, in a file whose chunks lie whole in it: a
+  // running event read past its chunk's end is left as it stands, so that
+  // the rewrite never changes what the load reads or how it ends.
   bool InsideWholeChunk(int64_t position) const {
-    return chunkEnd_ >= 0 && static_cast<uint64_t>(chunkEnd_) <= store_.size() &&
-           position < chunkEnd_;
+    return rewritesRunningEvents_ && position < chunkEnd_;
   }
   enum class MetaOutcome { kNext, kEndOfTrack, kFail };
   MetaOutcome HandleMetaEvent(uint8_t type, int32_t trackNumber);
@@ -279,6 +283,7 @@ class BasicSmfReader {
   int64_t chunkEnd_ = 0;
   int64_t chunkConsumed_ = 0;
   bool lengthFieldStale_ = false;  // chunkLength_ not yet written back to its field
+  bool rewritesRunningEvents_ = false;  // ChunksLieInFile, found at the start of the load
   int64_t totalConsumed_ = 0;      // kept, never consulted
   uint8_t lastByte_ = 0;
   int32_t lastVarLen_ = 0;

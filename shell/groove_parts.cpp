@@ -36,7 +36,8 @@ std::u16string RefusalText(const groove::GrooveJudgement& judgement, std::uint32
   if (id != 0) {
     text = StringResource(id);
     if (const std::string damage = groove::DamageOf(judgement); !damage.empty()) {
-      text += u"\n" + StringResource(groove::kStringDamage, {Widened(damage)});
+      text += u'\n';
+      text += StringResource(groove::kStringDamage, {Widened(damage)});
     }
   }
   // A companion is named after the message, or alone when the reader's box

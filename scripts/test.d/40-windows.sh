@@ -98,6 +98,27 @@ for pair in en:info_line_describes_a_fitting_groove_by_its_whole_name \
     passed=$((passed + 1))
   fi
 done
+
+# The drum grid of a swing style and of a 6/8 style, in English and in
+# Japanese: each dialog of the run before its second action.
+for pair in en:drum_grid_shows_a_swing_style_in_triplets_and_a_six_eight_style_in_eighths \
+            ja:language_japanese_drum_grid_shows_a_swing_style_and_a_six_eight_style; do
+  language=${pair%%:*}
+  name=${pair#*:}
+  "$wine" build/windows/bin/cantel-host.exe run "tests/scenarios/$name.json" "${hold[@]}" \
+    --screenshot "$shots" --out "$shots/result.json" >/dev/null 2>&1
+  for dialog in 1:swing 2:six-eight; do
+    picture="$screens/$language-grid-${dialog#*:}"
+    if mv "$shots/$name.${dialog%%:*}.1.png" "$picture.png" 2>/dev/null &&
+       mv "$shots/$name.${dialog%%:*}.1.labels.txt" "$picture.labels.txt" 2>/dev/null &&
+       ! grep -q '^CUT' "$picture.labels.txt"; then
+      passed=$((passed + 1))
+    else
+      failed=$((failed + 1))
+      echo "40-windows: no picture of the $language drum grid from $name, or a label cut in it"
+    fi
+  done
+done
 rm -rf "$shots"
 
 "$wine"server -k 2>/dev/null || wineserver -k 2>/dev/null || true

@@ -4,7 +4,8 @@
 // what the literal in-place edits leave, and reads what the literal rules
 // read; and the command's: a groove it
 // would place is read by the reference host's own import, a reader written
-// apart from the plug-in's, with a drum note in the measures it covers.
+// apart from the plug-in's, with a drum note in the measures it covers, and
+// that groove written straight is a file the strict walk accepts.
 #include <algorithm>
 #include <cstdint>
 #include <cstdlib>
@@ -13,6 +14,7 @@
 #include <vector>
 
 #include "groove_proof.h"
+#include "straighten.h"
 #include "literal_store.h"
 #include "load_groove.h"
 #include "smf_header_impl.h"
@@ -78,10 +80,24 @@ bool Same(const Outcome& a, const Outcome& b) { return SameReading(a, b) && a.by
 // The command's verdict for measures of the groove's own meter, as many as
 // the groove is long; when it places the groove, the host's import must
 // find a drum note-on in the covered ticks of the filtered file.
+// Every groove the proof accepts, played or not, written straight: a file
+// the strict walk accepts, with no more sounding drum note-ons than it had.
+void CheckStraightGroovesWalk(const rw::groove::GrooveBuffer& buffer,
+                              const rw::groove::GrooveJudgement& judgement) {
+  const rw::groove::StraightGroove straight =
+      rw::groove::Straighten(buffer.view(), rw::groove::MeterOf(judgement.pattern));
+  if (!straight.written) return;
+  const rw::groove::StrictWalk walk =
+      rw::groove::WalkStrictly(straight.bytes.data(), straight.bytes.size());
+  if (!walk.wellFormed || walk.drumNoteOns > judgement.walk.drumNoteOns) std::abort();
+}
+
 void CheckPlacedGroovesSound(const uint8_t* data, size_t size) {
   rw::groove::GrooveBuffer buffer = rw::groove::CopyIntoGrooveBuffer({data, size});
-  rw::groove::GrooveJudgement judgement = rw::groove::ProveGroove(buffer).judgement;
+  rw::groove::GrooveJudgement judgement =
+      rw::groove::ProveGroove(buffer, {.straightenPlayed = false}).judgement;
   if (judgement.verdict != rw::groove::Verdict::kPlaced) return;
+  CheckStraightGroovesWalk(buffer, judgement);
   const rw::groove::TimeMark& meter = judgement.pattern.timeSignature;
   const int64_t length = int64_t{meter.ticksPerMeasure} * 1024 / judgement.pattern.division;
   if (meter.numerator <= 0 || length % meter.numerator != 0 || length / meter.numerator > 32767) {
