@@ -38,6 +38,7 @@ inline bool IsDrumNoteOn(const SmfEvent& e) { return e.status == 0x99 && e.data2
 inline bool IsDrumNoteOff(const SmfEvent& e) {
   return e.status == 0x89 || (e.status == 0x99 && e.data2 == 0);
 }
+
 // The hits of a file that passes the strict walk; `wellFormed` is false and
 // there are no hits otherwise.
 GrooveHits DrumHitsOf(std::span<const uint8_t> file);

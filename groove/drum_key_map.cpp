@@ -10,18 +10,15 @@ constexpr DrumKeyMapping kElectronicKitKeys[] = {
     {26, 46},  // hi-hat edge, open
 };
 
-// Every key's written key, so that a stroke costs one look-up.
-constexpr std::array<uint8_t, 256> kWrittenKeys = [] {
+}  // namespace
+
+const std::array<uint8_t, 256> detail::kWrittenKeys = [] {
   std::array<uint8_t, 256> keys{};
   for (std::size_t key = 0; key < keys.size(); ++key) keys[key] = uint8_t(key);
   for (const DrumKeyMapping& mapping : kElectronicKitKeys) keys[mapping.from] = mapping.to;
   return keys;
 }();
 
-}  // namespace
-
 std::span<const DrumKeyMapping> ElectronicKitKeys() { return kElectronicKitKeys; }
-
-uint8_t GeneralMidiKeyOf(uint8_t key) { return kWrittenKeys[key]; }
 
 }  // namespace rw::groove

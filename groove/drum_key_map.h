@@ -3,6 +3,7 @@
 // zone is closed hi-hat on 22 and open hi-hat on 26.
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <span>
 
@@ -17,8 +18,13 @@ struct DrumKeyMapping {
 // The one table of such mappings, in order of `from`.
 std::span<const DrumKeyMapping> ElectronicKitKeys();
 
+namespace detail {
+// Every key's written key, so that a stroke costs one look-up.
+extern const std::array<uint8_t, 256> kWrittenKeys;
+}  // namespace detail
+
 // The key a stroke is written on: its mapping, or the key itself.
-uint8_t GeneralMidiKeyOf(uint8_t key);
+inline uint8_t GeneralMidiKeyOf(uint8_t key) { return detail::kWrittenKeys[key]; }
 
 // General MIDI names percussion keys 35 (Acoustic Bass Drum) to 81 (Open
 // Triangle).

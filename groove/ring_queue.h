@@ -36,13 +36,14 @@ class RingQueue {
 
  private:
   void Grow() {
-    std::vector<T> wider(slots_.empty() ? 64 : 2 * slots_.size());
+    std::vector<T> wider(slots_.empty() ? kFirstRoom : 2 * slots_.size());
     const uint64_t wideMask = wider.size() - 1;
     for (uint64_t i = head_; i != tail_; ++i) wider[i & wideMask] = slots_[i & mask_];
     slots_.swap(wider);
     mask_ = wideMask;
   }
 
+  static constexpr uint64_t kFirstRoom = 64;
   std::vector<T> slots_;
   uint64_t mask_ = 0;
   uint64_t head_ = 0;

@@ -8,8 +8,6 @@
 namespace rw::groove {
 namespace {
 
-constexpr uint8_t kNoKey = 0xFF;    // nothing sounds
-constexpr uint8_t kDecided = 0xFE;  // sounds, its release decided: a note-off ends nothing more
 constexpr uint64_t kEnd = UINT64_MAX;
 constexpr uint64_t kLatest = UINT64_MAX - 1;  // the latest tick a release is written at
 constexpr uint64_t kNowhere = UINT64_MAX;     // no such element in a line
@@ -45,7 +43,8 @@ void StraightStream::TrackStart(int32_t, uint64_t, uint64_t) {
 void StraightStream::Event(const SmfEvent& e) {
   // Nothing from here on can be written before the horizon.
   const uint64_t horizon = e.tick > lag_ ? e.tick - lag_ : 0;
-  if (horizon > due_) Flush(horizon);
+  // Written a window at a time rather than an event at a time.
+  if (horizon > due_ && horizon - due_ > lag_) Flush(horizon);
   if (IsDrumNoteOn(e)) {
     Strike(e.tick, e.data1, e.data2);
   } else if (IsDrumNoteOff(e)) {
@@ -111,7 +110,7 @@ void StraightStream::Strike(uint64_t tick, uint8_t playedKey, uint8_t velocity) 
     } else if (sounding_[last.playedKey] == key) {
       sounding_[last.playedKey] = kDecided;
     }
-  } else if (last.live && !last.released) {
+  } else if (last.live && (!last.silenced || releasesQueued_[key] > 0)) {
     // Its key's next stroke: the last one ends here at the latest.
     if (!last.silenced) {
       if (sounding_[last.playedKey] == key) sounding_[last.playedKey] = kDecided;
@@ -124,7 +123,12 @@ void StraightStream::Strike(uint64_t tick, uint8_t playedKey, uint8_t velocity) 
       }
     }
   }
-  last = {straight, tick, playedKey, velocity, true, false, false};
+  last.tick = straight;
+  last.played = tick;
+  last.playedKey = playedKey;
+  last.velocity = velocity;
+  last.live = true;
+  last.silenced = false;
   if (straight != tick) ++tally_.moved;
   Waiting& written = Wait(straight, Kind::kStroke);
   written.data1 = key;
@@ -133,21 +137,11 @@ void StraightStream::Strike(uint64_t tick, uint8_t playedKey, uint8_t velocity) 
   sounding_[playedKey] = key;
 }
 
-void StraightStream::Silence(uint8_t playedKey, uint64_t tick) {
-  const uint8_t key = sounding_[playedKey];
-  sounding_[playedKey] = kNoKey;
-  if (key == kNoKey || key == kDecided) return;
+void StraightStream::EndStroke(uint8_t key, uint64_t tick) {
   Last& last = last_[key];
   const uint64_t held = std::max<uint64_t>(tick - last.played, 1);
   last.silenced = true;
   QueueRelease(key, held > kLatest - last.tick ? kLatest : last.tick + held);
-}
-
-void StraightStream::QueueRelease(uint8_t key, uint64_t tick) {
-  releases_.push({tick, key});
-  ++releasesQueued_[key];
-  MoveReleaseEarlier(releases_.next() - 1);
-  due_ = std::min(due_, tick);
 }
 
 // The latest release queued for a key: that of its last stroke, once it is
@@ -160,44 +154,10 @@ uint64_t StraightStream::LatestReleaseOf(uint8_t key) {
 }
 
 void StraightStream::MoveReleaseEarlier(uint64_t release) {
-  const auto before = [](const Release& a, const Release& b) {
-    return a.tick != b.tick ? a.tick < b.tick : a.key < b.key;
-  };
-  for (uint64_t i = release; i > releases_.first() && before(releases_.at(i), releases_.at(i - 1));
+  for (uint64_t i = release; i > releases_.first() && Before(releases_.at(i), releases_.at(i - 1));
        --i) {
     std::swap(releases_.at(i), releases_.at(i - 1));
   }
-}
-
-// A note-on of velocity 0: a note-off that keeps running status.
-void StraightStream::WriteFirstRelease() {
-  const Release release = releases_.front();
-  releases_.pop();
-  Write(writer_.AddMessage(release.tick, kNoteOn, release.key, 0));
-  if (--releasesQueued_[release.key] == 0 && last_[release.key].silenced) {
-    last_[release.key].released = true;
-  }
-}
-
-void StraightStream::WriteFirstWaiting() {
-  const Waiting& event = waiting_.front();
-  switch (event.kind) {
-    case Kind::kStroke:
-      Write(writer_.AddMessage(event.tick, kNoteOn, event.data1, event.data2));
-      ++tally_.onsets;
-      tally_.written[event.data1] = true;
-      break;
-    case Kind::kMerged:  // the louder stroke on its point is written
-      break;
-    case Kind::kKept:
-      if (event.status >= 0xF0) {
-        Write(writer_.Add(event.tick, std::span<const uint8_t>(file_ + event.offset, event.length)));
-      } else {
-        Write(writer_.AddMessage(event.tick, event.status, event.data1, event.data2));
-      }
-      break;
-  }
-  waiting_.pop();
 }
 
 void StraightStream::EndTrack(uint64_t tick) {
@@ -218,10 +178,32 @@ void StraightStream::Flush(uint64_t horizon) {
     due_ = std::min(release, waiting);
     if (due_ >= horizon || due_ == kEnd) return;
     if (release <= waiting) {
-      WriteFirstRelease();
-    } else {
-      WriteFirstWaiting();
+      // A note-on of velocity 0: a note-off that keeps running status.
+      const uint8_t key = releases_.front().key;
+      releases_.pop();
+      --releasesQueued_[key];
+      Write(writer_.AddMessage(release, kNoteOn, key, 0));
+      continue;
     }
+    const Waiting& event = waiting_.front();
+    switch (event.kind) {
+      case Kind::kStroke:
+        Write(writer_.AddMessage(event.tick, kNoteOn, event.data1, event.data2));
+        ++tally_.onsets;
+        tally_.written[event.data1] = true;
+        break;
+      case Kind::kMerged:  // the louder stroke on its point is written
+        break;
+      case Kind::kKept:
+        if (event.status >= 0xF0) {
+          Write(writer_.Add(event.tick,
+                            std::span<const uint8_t>(file_ + event.offset, event.length)));
+        } else {
+          Write(writer_.AddMessage(event.tick, event.status, event.data1, event.data2));
+        }
+        break;
+    }
+    waiting_.pop();
   }
 }
 

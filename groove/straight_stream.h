@@ -49,6 +49,8 @@ class StraightStream : public SmfEventVisitor {
 
  private:
   static constexpr std::size_t kKeys = 128;
+  static constexpr uint8_t kNoKey = 0xFF;    // nothing sounds
+  static constexpr uint8_t kDecided = 0xFE;  // sounds, its release decided: a note-off ends nothing
 
   // The last kept stroke of a written key: the one a stroke landing on its
   // point merges with, and the one its key's next stroke ends.
@@ -58,8 +60,7 @@ class StraightStream : public SmfEventVisitor {
     uint8_t playedKey = 0;
     uint8_t velocity = 0;
     bool live = false;
-    bool silenced = false;  // its release is the last one queued for its key
-    bool released = false;  // and has been written
+    bool silenced = false;  // its release is the last one queued for its key, until written
   };
   // An event waiting to be written: a stroke, or any other event but a drum
   // note-off and an End of Track. A channel message is held by its bytes
@@ -73,7 +74,7 @@ class StraightStream : public SmfEventVisitor {
   struct Waiting {
     uint64_t tick;
     uint64_t offset;  // of a meta or SysEx event's bytes after its delta time
-    uint32_t length;  // of a meta or SysEx event
+    uint32_t length;  // of a meta or SysEx event, below 2^29 by its length's four bytes
     Kind kind;
     uint8_t status;
     uint8_t data1;  // a stroke's key
@@ -105,18 +106,34 @@ class StraightStream : public SmfEventVisitor {
     }
   }
   void MoveEarlier(uint64_t waiting);
-  uint64_t LatestStrokeOf(uint8_t key);        // its number in waiting_
-  uint64_t LatestReleaseOf(uint8_t key);       // its number in releases_
-  void QueueRelease(uint8_t key, uint64_t tick);
+  uint64_t LatestStrokeOf(uint8_t key);   // its number in waiting_
+  uint64_t LatestReleaseOf(uint8_t key);  // its number in releases_
+  static bool Before(const Release& a, const Release& b) {
+    return a.tick != b.tick ? a.tick < b.tick : a.key < b.key;
+  }
+  void QueueRelease(uint8_t key, uint64_t tick) {
+    Release& release = releases_.Add();
+    release.tick = tick;
+    release.key = key;
+    ++releasesQueued_[key];
+    const uint64_t last = releases_.next() - 1;
+    if (last > releases_.first() && Before(release, releases_.at(last - 1))) {
+      MoveReleaseEarlier(last);
+    }
+    if (tick < due_) due_ = tick;
+  }
   void MoveReleaseEarlier(uint64_t release);
-  void WriteFirstRelease();
-  void WriteFirstWaiting();
 
   void Strike(uint64_t tick, uint8_t playedKey, uint8_t velocity);
-  void Silence(uint8_t playedKey, uint64_t tick);
+  // The stroke of a played key sounding, if any, ends at `tick`.
+  void Silence(uint8_t playedKey, uint64_t tick) {
+    const uint8_t key = sounding_[playedKey];
+    sounding_[playedKey] = kNoKey;
+    if (key < kKeys) EndStroke(key, tick);
+  }
+  void EndStroke(uint8_t key, uint64_t tick);  // the last stroke of a key, silenced
   void EndTrack(uint64_t tick);
   void Flush(uint64_t horizon);
-
 
   void Write(bool added) { tally_.refused = tally_.refused || !added; }
 
@@ -129,8 +146,9 @@ class StraightStream : public SmfEventVisitor {
   StreamTally tally_;
 
   std::array<Last, kKeys> last_{};  // by written key
-  std::array<uint8_t, kKeys>
-      sounding_{};  // by played key: the written key whose last stroke sounds
+  // By played key: the written key whose last stroke sounds, kNoKey or
+  // kDecided.
+  std::array<uint8_t, kKeys> sounding_{};
   // Both lines come nearly in order, so an event put in rarely passes more
   // than one or two: a stroke moved earlier passes the events it overtook.
   RingQueue<Waiting> waiting_;

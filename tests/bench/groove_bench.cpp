@@ -9,6 +9,8 @@
 #include <cstring>
 #include <map>
 #include <memory>
+#include <string>
+#include <utility>
 
 #include "bench_files.h"
 #include "load_groove.h"
@@ -57,17 +59,17 @@ void WorstCase(benchmark::State& state) { Load(state, WorstCaseFile); }
 BENCHMARK(Ordinary)->Arg(1)->Arg(10)->Arg(100)->Unit(benchmark::kMillisecond)->UseRealTime();
 BENCHMARK(WorstCase)->Arg(1)->Arg(10)->Arg(100)->Unit(benchmark::kMillisecond)->UseRealTime();
 
-// A played groove of about `bytes` once filtered, as the reader leaves it:
-// funk sixteenths with ghost notes, flams, the kit's edge keys and the
-// hi-hat pedal's controllers, measure after measure, every stroke off the
-// grid. Made once per size.
+// A played groove of about `megabytes` once filtered, as the reader leaves
+// it, measure after measure, every stroke off the grid: funk sixteenths with
+// ghost notes and flams, the densest of the generator's grooves (some 8
+// bytes a stroke), or rock eighths. Made once per size.
 struct PlayedFile {
   Bytes filtered;
   GrooveMeter meter;
 };
 
-PlayedFile Filtered(int measures) {
-  testing::AuthoredGroove groove = *testing::FindAuthoredGroove("funk-sixteenths");
+PlayedFile Filtered(const char* name, int measures) {
+  testing::AuthoredGroove groove = *testing::FindAuthoredGroove(name);
   groove.measures = measures;
   const testing::PlayedGroove played = testing::PlayGroove(groove, testing::Performance{});
   Bytes buffer(2 * played.file.size());
@@ -80,20 +82,20 @@ PlayedFile Filtered(int measures) {
   return {buffer, MeterOf(pattern)};
 }
 
-const PlayedFile& PlayedFileOf(int64_t megabytes) {
-  static std::map<int64_t, PlayedFile> files;
-  auto [at, made] = files.try_emplace(megabytes);
+const PlayedFile& PlayedFileOf(const char* name, int64_t megabytes) {
+  static std::map<std::pair<std::string, int64_t>, PlayedFile> files;
+  auto [at, made] = files.try_emplace({name, megabytes});
   if (made) {
     constexpr int kSample = 1000;
-    const std::size_t perMeasure = Filtered(kSample).filtered.size() / kSample;
-    at->second = Filtered(int((std::size_t(megabytes) << 20) / perMeasure));
+    const std::size_t perMeasure = Filtered(name, kSample).filtered.size() / kSample;
+    at->second = Filtered(name, int((std::size_t(megabytes) << 20) / perMeasure));
   }
   return at->second;
 }
 
 // The share of the played-timing rule: a walk of the filtered file.
-void PlayedTiming(benchmark::State& state) {
-  const PlayedFile& file = PlayedFileOf(state.range(0));
+void PlayedTiming(benchmark::State& state, const char* groove) {
+  const PlayedFile& file = PlayedFileOf(groove, state.range(0));
   for (auto _ : state) {
     const std::optional<groove::PlayedTiming> timing = MeasurePlayedTiming(file.filtered);
     if (!timing || !timing->played) state.SkipWithError("the file is not played");
@@ -104,10 +106,10 @@ void PlayedTiming(benchmark::State& state) {
 
 // Writing it straight, given that it is played. As with the loads, the
 // straight file's memory is mapped once, by the first iteration, so that
-// the others measure the straightening; StraighteningIntoFreshMemory pays
-// the mapping every time.
-void Straightening(benchmark::State& state) {
-  const PlayedFile& file = PlayedFileOf(state.range(0));
+// the others measure the straightening; IntoFreshMemory pays the mapping
+// every time.
+void Straightening(benchmark::State& state, const char* groove) {
+  const PlayedFile& file = PlayedFileOf(groove, state.range(0));
   std::vector<uint8_t> storage;
   for (auto _ : state) {
     StraightGroove straight = Straighten(file.filtered, file.meter, std::move(storage));
@@ -120,8 +122,8 @@ void Straightening(benchmark::State& state) {
   state.SetBytesProcessed(int64_t(state.iterations()) * int64_t(file.filtered.size()));
 }
 
-void StraighteningIntoFreshMemory(benchmark::State& state) {
-  const PlayedFile& file = PlayedFileOf(state.range(0));
+void StraighteningIntoFreshMemory(benchmark::State& state, const char* groove) {
+  const PlayedFile& file = PlayedFileOf(groove, state.range(0));
   for (auto _ : state) {
     const StraightGroove straight = Straighten(file.filtered, file.meter);
     if (!straight.written) state.SkipWithError("the file was not straightened");
@@ -132,8 +134,8 @@ void StraighteningIntoFreshMemory(benchmark::State& state) {
 
 // The command's step: the timing measured, and the groove, being played,
 // written straight.
-void StraighteningIfPlayed(benchmark::State& state) {
-  const PlayedFile& file = PlayedFileOf(state.range(0));
+void StraighteningIfPlayed(benchmark::State& state, const char* groove) {
+  const PlayedFile& file = PlayedFileOf(groove, state.range(0));
   std::vector<uint8_t> storage;
   for (auto _ : state) {
     TimingStep step = StraightenIfPlayed(file.filtered, file.meter, std::move(storage));
@@ -147,10 +149,34 @@ void StraighteningIfPlayed(benchmark::State& state) {
   state.SetBytesProcessed(int64_t(state.iterations()) * int64_t(file.filtered.size()));
 }
 
-BENCHMARK(PlayedTiming)->Arg(1)->Arg(10)->Unit(benchmark::kMillisecond)->UseRealTime();
-BENCHMARK(Straightening)->Arg(1)->Arg(10)->Unit(benchmark::kMillisecond)->UseRealTime();
-BENCHMARK(StraighteningIntoFreshMemory)->Arg(10)->Unit(benchmark::kMillisecond)->UseRealTime();
-BENCHMARK(StraighteningIfPlayed)->Arg(1)->Arg(10)->Unit(benchmark::kMillisecond)->UseRealTime();
+constexpr const char* kFunk = "funk-sixteenths";
+constexpr const char* kRock = "rock-eighths";
+BENCHMARK_CAPTURE(PlayedTiming, funk, kFunk)
+    ->Arg(1)
+    ->Arg(10)
+    ->Unit(benchmark::kMillisecond)
+    ->UseRealTime();
+BENCHMARK_CAPTURE(Straightening, funk, kFunk)
+    ->Arg(1)
+    ->Arg(10)
+    ->Unit(benchmark::kMillisecond)
+    ->UseRealTime();
+BENCHMARK_CAPTURE(StraighteningIntoFreshMemory, funk, kFunk)
+    ->Arg(10)
+    ->Unit(benchmark::kMillisecond)
+    ->UseRealTime();
+BENCHMARK_CAPTURE(StraighteningIfPlayed, funk, kFunk)
+    ->Arg(10)
+    ->Unit(benchmark::kMillisecond)
+    ->UseRealTime();
+BENCHMARK_CAPTURE(Straightening, rock, kRock)
+    ->Arg(10)
+    ->Unit(benchmark::kMillisecond)
+    ->UseRealTime();
+BENCHMARK_CAPTURE(StraighteningIfPlayed, rock, kRock)
+    ->Arg(10)
+    ->Unit(benchmark::kMillisecond)
+    ->UseRealTime();
 
 }  // namespace
 }  // namespace rw::groove::bench

@@ -106,6 +106,27 @@ TEST(TheBeatsOfAMeter, TakeEachStrokeToTheNearestPointOfItsBeatsGrid) {
   EXPECT_EQ(place.offset, 20 * kTwelfthsPerTick);
 }
 
+TEST(TheBeatsOfAMeter, AreFoundByAStepThroughATrackAsByDivision) {
+  // Ticks that rise by less than a beat, by a beat, across a barline, by
+  // many measures, and fall back, as a new track starts.
+  std::vector<uint64_t> ticks;
+  for (uint64_t tick = 0; tick < 5000; tick += 37) ticks.push_back(tick);
+  for (uint64_t tick : {5000u, 5480u, 6000u, 100000u, 100001u, 3u, 1199u, 1200u, 1201u}) {
+    ticks.push_back(tick);
+  }
+  for (const GrooveMeter& meter : {Meter(480, 4, 4), Meter(480, 5, 8), Meter(90, 9, 8)}) {
+    const auto beats = MeterBeats::Of(meter);
+    BeatCursor cursor(*beats);
+    for (uint64_t tick : ticks) {
+      const BeatPlace stepped = cursor.Locate(tick);
+      const BeatPlace divided = beats->Locate(tick);
+      EXPECT_EQ(stepped.measure, divided.measure) << tick;
+      EXPECT_EQ(stepped.beat, divided.beat) << tick;
+      EXPECT_EQ(stepped.offset, divided.offset) << tick;
+    }
+  }
+}
+
 TEST(TheBeatsOfAMeter, FindTheNearestPointOfEveryOffsetOfABeatExactlyAtAnyDivision) {
   // Against plain division, over every offset of a beat, at divisions that
   // make steps of every size up to the largest.

@@ -101,6 +101,60 @@ struct Note {
   uint8_t velocity;
 };
 
+// The performance as a format-1 file: a conductor track, the kit's track
+// with its hi-hat pedal's controllers, and a bass line.
+std::vector<uint8_t> WritePerformance(const AuthoredGroove& groove, uint16_t division,
+                                      const std::vector<Note>& notes, bool noteOnsEndNotes,
+                                      Dice& dice) {
+  const uint64_t ticksPerMeasure =
+      uint64_t(groove.numerator) * 4 * division / uint64_t(groove.denominator);
+  const int quarters = groove.numerator * 4 / groove.denominator;
+  SmfWriter writer(1, division);
+  const uint32_t tempo = uint32_t(60000000 / groove.beatsPerMinute);
+  int denominatorPower = 0;
+  while ((1 << denominatorPower) < groove.denominator) ++denominatorPower;
+  writer.StartTrack();
+  const uint8_t name[] = {0xFF, 0x03, 0x0D, 'P', 'l', 'a', 'y', 'e',
+                          'd',  ' ',  'g',  'r', 'o', 'o', 'v', 'e'};
+  writer.Add(0, name);
+  const uint8_t tempoEvent[] = {
+      0xFF, 0x51, 0x03, uint8_t(tempo >> 16), uint8_t(tempo >> 8), uint8_t(tempo)};
+  writer.Add(0, tempoEvent);
+  const uint8_t meter[] = {0xFF, 0x58, 0x04, uint8_t(groove.numerator), uint8_t(denominatorPower),
+                           24,   8};
+  writer.Add(0, meter);
+  const uint8_t marker[] = {0xFF, 0x06, 0x01, 'B'};
+  if (groove.measures > 1) writer.Add(ticksPerMeasure, marker);
+
+  writer.StartTrack();
+  const uint8_t kit[] = {0xFF, 0x03, 0x04, 'K', 'i', 't', 's'};
+  writer.Add(0, kit);
+  // The kit's hi-hat pedal reports its position now and then, off any grid.
+  for (int beat = 0; beat < groove.measures * quarters; ++beat) {
+    const uint64_t at = uint64_t(beat) * division + uint64_t(dice.Int(0, int(division) / 2));
+    writer.AddMessage(at, 0xB9, 4, uint8_t(dice.Int(0, 127)));
+  }
+  for (const Note& note : notes) {
+    writer.AddMessage(note.tick, 0x99, note.key, note.velocity);
+    if (noteOnsEndNotes) {
+      writer.AddMessage(note.tick + note.length, 0x99, note.key, 0);
+    } else {
+      writer.AddMessage(note.tick + note.length, 0x89, note.key, 0x40);
+    }
+  }
+
+  // A bass line the reader's filter silences.
+  writer.StartTrack();
+  writer.AddMessage(0, 0xC0, 33);
+  for (int m = 0; m < groove.measures; ++m) {
+    writer.AddMessage(uint64_t(m) * ticksPerMeasure, 0x90, 40, 90);
+    writer.AddMessage(uint64_t(m) * ticksPerMeasure + division, 0x80, 40, 0x40);
+  }
+  std::vector<uint8_t> file;
+  writer.Write(file);
+  return file;
+}
+
 }  // namespace
 
 const std::vector<AuthoredGroove>& AuthoredGrooves() {
@@ -237,48 +291,7 @@ PlayedGroove PlayGroove(const AuthoredGroove& groove, const Performance& perform
   }
   std::sort(played.truth.begin(), played.truth.end());
 
-  SmfWriter writer(1, uint16_t(division));
-  const uint32_t tempo = uint32_t(60000000 / groove.beatsPerMinute);
-  int denominatorPower = 0;
-  while ((1 << denominatorPower) < groove.denominator) ++denominatorPower;
-  writer.StartTrack();
-  const uint8_t name[] = {0xFF, 0x03, 0x0D, 'P', 'l', 'a', 'y', 'e',
-                          'd',  ' ',  'g',  'r', 'o', 'o', 'v', 'e'};
-  writer.Add(0, name);
-  const uint8_t tempoEvent[] = {
-      0xFF, 0x51, 0x03, uint8_t(tempo >> 16), uint8_t(tempo >> 8), uint8_t(tempo)};
-  writer.Add(0, tempoEvent);
-  const uint8_t meter[] = {0xFF, 0x58, 0x04, uint8_t(groove.numerator), uint8_t(denominatorPower),
-                           24,   8};
-  writer.Add(0, meter);
-  const uint8_t marker[] = {0xFF, 0x06, 0x01, 'B'};
-  if (groove.measures > 1) writer.Add(ticksPerMeasure, marker);
-
-  writer.StartTrack();
-  const uint8_t kit[] = {0xFF, 0x03, 0x04, 'K', 'i', 't', 's'};
-  writer.Add(0, kit);
-  // The kit's hi-hat pedal reports its position now and then, off any grid.
-  for (int beat = 0; beat < groove.measures * quarters; ++beat) {
-    const uint64_t at = uint64_t(beat) * division + uint64_t(dice.Int(0, int(division) / 2));
-    writer.AddMessage(at, 0xB9, 4, uint8_t(dice.Int(0, 127)));
-  }
-  for (const Note& note : notes) {
-    writer.AddMessage(note.tick, 0x99, note.key, note.velocity);
-    if (noteOnsEndNotes) {
-      writer.AddMessage(note.tick + note.length, 0x99, note.key, 0);
-    } else {
-      writer.AddMessage(note.tick + note.length, 0x89, note.key, 0x40);
-    }
-  }
-
-  // A bass line the reader's filter silences.
-  writer.StartTrack();
-  writer.AddMessage(0, 0xC0, 33);
-  for (int m = 0; m < groove.measures; ++m) {
-    writer.AddMessage(uint64_t(m) * ticksPerMeasure, 0x90, 40, 90);
-    writer.AddMessage(uint64_t(m) * ticksPerMeasure + division, 0x80, 40, 0x40);
-  }
-  writer.Write(played.file);
+  played.file = WritePerformance(groove, uint16_t(division), notes, noteOnsEndNotes, dice);
   return played;
 }
 

@@ -3,13 +3,16 @@
 //
 // An authored groove is written in code as a grid, one row per key. A
 // performance plays it the way a drummer on an electronic kit does: every
-// onset 10 to 40 ms off (either side) at the groove's tempo, some snare and
-// tom strokes flammed (a softer grace stroke of the same key 15 to 40 ms
-// earlier), some eighth-note beats swung 2:1 or 3:1 (the same beats in every
-// measure), the hi-hat partly on the kit's edge keys 22 and 26, velocities
-// spread, and a few downbeats played just before their barline. Beside the
-// file comes the authored truth: where each stroke belongs once it is
-// written straight.
+// onset 10 to 40 ms off at the groove's tempo (most nearer 10 than 40), each
+// stroke of the pattern early and late in turn from one measure to the
+// next, as a drummer plays around the beat; some snare and tom strokes
+// flammed (a softer grace stroke of the same key 15 to 40 ms earlier); some
+// eighth-note beats swung 2:1 or 3:1 (the same beats in every measure); the
+// hi-hat partly on the kit's edge keys 22 and 26; velocities spread; and a
+// few downbeats played just before their barline. Beside the file comes the
+// authored truth: where each stroke belongs once it is written straight.
+// Its controllers (the hi-hat pedal's) and a bass line the reader silences
+// come along, and its note-offs are note-offs or note-ons of velocity 0.
 #pragma once
 
 #include <cstdint>

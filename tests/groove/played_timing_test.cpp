@@ -71,6 +71,23 @@ TEST(ThePlayedRule, MeasuresWithinAOneSixtyFourthOfAQuarterExactlyAtEveryDivisio
   }
 }
 
+TEST(ThePlayedRule, GivesTheSameAnswerForATracksTicksWorkedOutOnceAQuarter) {
+  for (uint16_t division : {480, 100, 10, 1}) {
+    ProgrammedGrid grid(division);
+    ProgrammedGrid rising(division);
+    // Rising through several quarters, a jump, and back to the start.
+    std::vector<uint64_t> ticks;
+    for (uint64_t tick = 0; tick < 4u * division; tick += 3) ticks.push_back(tick);
+    for (uint64_t tick : {uint64_t{division} * 1000 + 7, uint64_t{5}, uint64_t{division} + 1}) {
+      ticks.push_back(tick);
+    }
+    for (uint64_t tick : ticks) {
+      EXPECT_EQ(grid.Holds(tick), OnProgrammedGrid(tick, division)) << tick;
+      EXPECT_EQ(rising.HoldsRising(tick), OnProgrammedGrid(tick, division)) << tick;
+    }
+  }
+}
+
 TEST(ThePlayedRule, NeverTakesProgrammedRollsSextupletsOrStraightGroovesForPlaying) {
   for (uint16_t division : {480, 96, 100, 10, 1}) {
     const double quarter = division;

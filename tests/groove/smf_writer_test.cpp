@@ -27,7 +27,8 @@ TEST(TheSmfWriter, WritesEachTrackInOrderOfTickWithItsEndOfTrack) {
   writer.Add(0, meter);
   writer.StartTrack();
   // Added out of order: the writer orders by tick, keeping the order of
-  // events of one tick, and the End of Track goes last.
+  // events of one tick, and the End of Track goes last, at the latest tick
+  // given for it.
   writer.AddMessage(480, 0x99, 38, 90);
   const uint8_t endOfTrack[] = {0xFF, 0x2F, 0x00};
   writer.Add(0, endOfTrack);
@@ -49,23 +50,6 @@ TEST(TheSmfWriter, WritesEachTrackInOrderOfTickWithItsEndOfTrack) {
   const Load load(file);
   EXPECT_TRUE(load.alerts().empty());
   EXPECT_EQ(load.pattern.timeSignature.numerator, 3);
-}
-
-TEST(TheSmfWriter, EndsATrackAtTheLatestEndGivenOrAtItsLastEvent) {
-  SmfWriter writer(0, 96);
-  const uint8_t endOfTrack[] = {0xFF, 0x2F, 0x00};
-  writer.StartTrack();
-  writer.AddMessage(10, 0x99, 36, 100);
-  writer.Add(50, endOfTrack);
-  writer.Add(300, endOfTrack);
-  writer.StartTrack();
-  writer.AddMessage(200, 0x99, 36, 100);
-  writer.Add(100, endOfTrack);  // before its last event: moves after it
-  writer.StartTrack();          // an empty track is an End of Track
-  const Bytes expected = smf(0, 96,
-                             {cat({note(10, 0x99, 36, 100), vlq(290), {0xFF, 0x2F, 0x00}}),
-                              cat({note(200, 0x99, 36, 100), kEndOfTrack}), kEndOfTrack});
-  EXPECT_EQ(Written(writer), expected);
 }
 
 TEST(TheSmfWriter, WritesDeltaTimesUpToTheLongestFourBytesHoldAndClampsLongerGaps) {
