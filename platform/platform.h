@@ -69,7 +69,6 @@ inline constexpr std::uint32_t kAttributeDirectory = 0x10;
 
 struct FindData {
   std::uint32_t attributes = 0;  // kAttributeDirectory for a folder
-  std::uint64_t size = 0;
   char16_t fileName[kMaxPath] = {};
 };
 using FindHandle = void*;
@@ -97,6 +96,12 @@ bool DeleteFileW(const char16_t* path);
 std::FILE* OpenFileW(const char16_t* path, const char* mode);
 // Flushes an open file and cuts it to `size` bytes.
 bool TruncateFile(std::FILE* file, std::uint64_t size);
+// The first bytes of a file, at most `capacity`, with the file's whole size,
+// in as few calls to the system as there can be: the style list reads the
+// start of every groove of a library. -1 when the file does not open or
+// cannot be read.
+std::int64_t ReadFilePrefix(const char16_t* path, std::uint8_t* buffer, std::size_t capacity,
+                            std::uint64_t* fileSize);
 
 // --- The user's own groove folder ------------------------------------------
 

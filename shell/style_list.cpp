@@ -43,15 +43,23 @@ struct FileCloser {
 };
 
 // Whether the groove's meter, as the reader would find it, fits measures
-// of `meter`: from the file's first bytes, more only when they cannot tell.
-// A file that gives no meter stays listed, so that choosing it tells the
-// user why it cannot be placed: only another meter hides a style.
+// of `meter`: from the file's first bytes, the whole file only when they
+// cannot tell. A file that gives no meter stays listed, so that choosing it
+// tells the user why it cannot be placed: only another meter hides a style.
 bool MeterFitsMeasures(const GrooveStyle& style, groove::RegionMeter meter) {
-  const std::unique_ptr<std::FILE, FileCloser> file(
-      platform::OpenFileW(style.PathOf(PartKind::kMain).c_str(), "rb"));
-  if (!file) return true;
-  const groove::MeterScan scan = groove::ScanMeterOfFile(file.get());
-  return scan.outcome != groove::MeterScanOutcome::kMeter || groove::MeterFits(scan.pattern, meter);
+  const std::u16string path = style.PathOf(PartKind::kMain);
+  std::uint8_t prefix[groove::kMeterScanPrefix];
+  std::uint64_t size = 0;
+  const std::int64_t read = platform::ReadFilePrefix(path.c_str(), prefix, sizeof prefix, &size);
+  if (read < 0) return true;
+  groove::MeterScan scan = groove::ScanMeter({prefix, static_cast<std::size_t>(read)}, size);
+  if (scan.outcome == groove::MeterScanOutcome::kUnknown) {
+    const std::unique_ptr<std::FILE, FileCloser> file(platform::OpenFileW(path.c_str(), "rb"));
+    if (!file) return true;
+    scan = groove::ScanMeterOfFile(file.get());
+  }
+  return scan.outcome != groove::MeterScanOutcome::kMeter ||
+         groove::MeterFits(scan.pattern, meter);
 }
 
 }  // namespace

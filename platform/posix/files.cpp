@@ -1,3 +1,5 @@
+#include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -92,9 +94,9 @@ std::vector<FindData> ReadFolder(const std::u16string& folder, const std::u16str
     const std::u16string name = Utf8ToUtf16(narrow);
     if (name.size() >= kMaxPath || !MatchesLikeWindows(namePattern, name)) continue;
     FindData data;
+    // The entry's type comes with the folder's listing: no call per file.
     const bool directory = entry.is_directory(error);
     data.attributes = directory ? kAttributeDirectory : kAttributeNormal;
-    data.size = directory ? 0 : static_cast<std::uint64_t>(entry.file_size(error));
     std::copy(name.begin(), name.end(), data.fileName);
     found.push_back(data);
   }
@@ -154,6 +156,32 @@ std::FILE* OpenFileW(const char16_t* path, const char* mode) {
 bool TruncateFile(std::FILE* file, std::uint64_t size) {
   if (file == nullptr || std::fflush(file) != 0) return false;
   return ::ftruncate(::fileno(file), static_cast<off_t>(size)) == 0;
+}
+
+std::int64_t ReadFilePrefix(const char16_t* path, std::uint8_t* buffer, std::size_t capacity,
+                            std::uint64_t* fileSize) {
+  if (path == nullptr || buffer == nullptr || fileSize == nullptr) return -1;
+  const int file = ::open(NativePath(path).c_str(), O_RDONLY | O_CLOEXEC);
+  if (file < 0) return -1;
+  struct stat status {};
+  std::int64_t read = -1;
+  if (::fstat(file, &status) == 0 && S_ISREG(status.st_mode)) {
+    *fileSize = static_cast<std::uint64_t>(status.st_size);
+    // Until the buffer is full or the file's bytes are in: a groove shorter
+    // than the buffer takes one read.
+    const auto want = static_cast<std::size_t>(std::min<std::uint64_t>(capacity, *fileSize));
+    read = 0;
+    while (static_cast<std::size_t>(read) < want) {
+      const ssize_t got = ::read(file, buffer + read, want - static_cast<std::size_t>(read));
+      if (got <= 0) {
+        if (got < 0) read = -1;
+        break;
+      }
+      read += got;
+    }
+  }
+  ::close(file);
+  return read;
 }
 
 }  // namespace rw::platform

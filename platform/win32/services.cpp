@@ -2,6 +2,7 @@
 #include <io.h>
 #include <windows.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <iterator>
 
@@ -52,7 +53,6 @@ namespace {
 void CopyFound(const WIN32_FIND_DATAW& system, FindData* found) {
   if (found == nullptr) return;
   found->attributes = system.dwFileAttributes;
-  found->size = (std::uint64_t{system.nFileSizeHigh} << 32) | system.nFileSizeLow;
   for (std::size_t i = 0; i < kMaxPath; ++i) found->fileName[i] = system.cFileName[i];
 }
 }  // namespace
@@ -93,6 +93,25 @@ std::FILE* OpenFileW(const char16_t* path, const char* mode) {
 bool TruncateFile(std::FILE* file, std::uint64_t size) {
   if (file == nullptr || std::fflush(file) != 0) return false;
   return ::_chsize_s(::_fileno(file), static_cast<long long>(size)) == 0;
+}
+
+std::int64_t ReadFilePrefix(const char16_t* path, std::uint8_t* buffer, std::size_t capacity,
+                            std::uint64_t* fileSize) {
+  if (path == nullptr || buffer == nullptr || fileSize == nullptr) return -1;
+  const HANDLE file =
+      ::CreateFileW(reinterpret_cast<const wchar_t*>(path), GENERIC_READ, FILE_SHARE_READ, nullptr,
+                    OPEN_EXISTING, FILE_FLAG_SEQUENTIAL_SCAN, nullptr);
+  if (file == INVALID_HANDLE_VALUE) return -1;
+  LARGE_INTEGER size{};
+  std::int64_t read = -1;
+  if (::GetFileSizeEx(file, &size) && size.QuadPart >= 0) {
+    *fileSize = static_cast<std::uint64_t>(size.QuadPart);
+    DWORD got = 0;
+    const DWORD want = static_cast<DWORD>(std::min<std::size_t>(capacity, 0x7FFFFFFF));
+    if (::ReadFile(file, buffer, want, &got, nullptr)) read = got;
+  }
+  ::CloseHandle(file);
+  return read;
 }
 
 }  // namespace rw::platform
