@@ -102,7 +102,7 @@ struct Note {
 };
 
 // The performance as a format-1 file: a conductor track, the kit's track
-// with its hi-hat pedal's controllers, and a bass line.
+// with its meter and its hi-hat pedal's controllers, and a bass line.
 std::vector<uint8_t> WritePerformance(const AuthoredGroove& groove, uint16_t division,
                                       const std::vector<Note>& notes, bool noteOnsEndNotes,
                                       Dice& dice) {
@@ -129,6 +129,9 @@ std::vector<uint8_t> WritePerformance(const AuthoredGroove& groove, uint16_t div
   writer.StartTrack();
   const uint8_t kit[] = {0xFF, 0x03, 0x04, 'K', 'i', 't', 's'};
   writer.Add(0, kit);
+  // The reader counts a track's measures by that track's own time signature,
+  // so the kit's track repeats it, as a file that places in 6/8 must.
+  writer.Add(0, meter);
   // The kit's hi-hat pedal reports its position now and then, off any grid.
   for (int beat = 0; beat < groove.measures * quarters; ++beat) {
     const uint64_t at = uint64_t(beat) * division + uint64_t(dice.Int(0, int(division) / 2));
