@@ -98,13 +98,13 @@ void ProveLoad(GrooveBuffer& groove, GrooveProof& proof) {
 
 }  // namespace
 
+namespace {
+
 // The played groove written straight and loaded again by the same reader:
 // everything after the load uses that one. The reader said what it had to
 // of the file as the user gave it; of this file, written here, it says
 // nothing a user could act on, and its box stays the first load's.
-void StraightenProven(GrooveBuffer& groove, GrooveProof& proof) {
-  if (proof.judgement.verdict != Verdict::kPlaced || !proof.timing.played) return;
-  StraightGroove straight = Straighten(groove.view(), MeterOf(proof.judgement.pattern));
+void AdoptStraight(GrooveBuffer& groove, GrooveProof& proof, StraightGroove straight) {
   if (!straight.written) return;  // placed as played
   GrooveBuffer copy = CopyIntoGrooveBuffer(straight.bytes);
   GrooveProof again;
@@ -120,14 +120,28 @@ void StraightenProven(GrooveBuffer& groove, GrooveProof& proof) {
   proof.straightened = std::move(straight.report);
 }
 
+}  // namespace
+
+void StraightenProven(GrooveBuffer& groove, GrooveProof& proof) {
+  if (proof.judgement.verdict != Verdict::kPlaced || !proof.timing.played) return;
+  AdoptStraight(groove, proof, Straighten(groove.view(), MeterOf(proof.judgement.pattern)));
+}
+
 GrooveProof ProveGroove(GrooveBuffer& groove, const ProofOptions& options) {
   GrooveProof proof;
   ProveLoad(groove, proof);
   if (proof.judgement.verdict != Verdict::kPlaced) return proof;
-  if (const std::optional<PlayedTiming> timing = MeasurePlayedTiming(groove.view())) {
-    proof.timing = *timing;
+  if (!options.straightenPlayed) {
+    if (const std::optional<PlayedTiming> timing = MeasurePlayedTiming(groove.view())) {
+      proof.timing = *timing;
+    }
+    return proof;
   }
-  if (options.straightenPlayed) StraightenProven(groove, proof);
+  // One walk tells the timing and chooses the grids; a second, only for a
+  // played groove, writes it straight.
+  TimingStep step = StraightenIfPlayed(groove.view(), MeterOf(proof.judgement.pattern));
+  if (step.timing) proof.timing = *step.timing;
+  if (step.straight) AdoptStraight(groove, proof, std::move(*step.straight));
   return proof;
 }
 
