@@ -33,6 +33,7 @@ set(rw_guide ${CMAKE_SOURCE_DIR}/docs/USER_GUIDE.md)
 set(rw_guide_text "${CMAKE_BINARY_DIR}/package/User Guide.txt")
 file(GENERATE OUTPUT "${rw_guide_text}" INPUT ${rw_guide} NEWLINE_STYLE CRLF)
 install(FILES ${rw_guide} "${rw_guide_text}" DESTINATION .)
+install(DIRECTORY ${CMAKE_SOURCE_DIR}/docs/pictures DESTINATION .)
 
 set(CPACK_GENERATOR ZIP)
 set(CPACK_PACKAGE_NAME "RhythmWeave")

@@ -10,6 +10,7 @@ groove="Rock 8ths"
 style=percussion
 measures=1-16
 staff=0
+plain=
 score=scripts/demo/lead_sheet.json
 
 # The starter grooves by the names the dialog shows.
@@ -18,11 +19,13 @@ groove_names() { sed -n 's/^name:[[:space:]]*//p' grooves/patterns/*.groove | so
 usage() {
   cat <<USAGE
 usage: scripts/demo.sh [--groove NAME] [--style percussion|normal|slash]
-                       [--measures FIRST-LAST] [--staff N] [--score FILE]
+                       [--measures FIRST-LAST] [--staff N] [--score FILE] [--plain]
 
 Runs the Rhythm Weave command through the reference host on a score and
 shows what the user saw, the drum grid of the staff that received the
-groove, and the path of its picture.
+groove, and the path of its picture. The style is arranged as a drummer
+plays it: the count-in, a fill every 4 measures with a crash after it, the
+second groove in turn with the first, and the ending.
 
 options:
   --groove NAME          the style chosen in the dialog (default "Rock 8ths")
@@ -33,6 +36,7 @@ options:
                          without it the groove goes to a new staff at the bottom
   --score FILE           the score, a cantel-host scenario
                          (default scripts/demo/lead_sheet.json)
+  --plain                the groove alone, repeated, without the other parts
   -h, --help             this text
 
 grooves:
@@ -59,6 +63,7 @@ while [ $# -gt 0 ]; do
         --score) score=$2 ;;
       esac
       shift 2 ;;
+    --plain) plain=--plain; shift ;;
     *) fail "unknown option $1" ;;
   esac
 done
@@ -86,7 +91,7 @@ cmake --build --preset default -j "$(nproc)" --target RhythmWeave cantel-host gr
 out=build/default/demo
 mkdir -p "$out"
 python3 scripts/demo/compose.py scenario "$score" "build/default/grooves/Rhythm Weave" "$out/demo.json" \
-  --groove "$groove" --style "$style" --measures "$measures" --staff "$staff"
+  --groove "$groove" --style "$style" --measures "$measures" --staff "$staff" $plain
 where="a new staff"
 [ "$staff" -eq 0 ] || where="staff $staff"
 title="\"$groove\" as $style_label on $where, measures $measures of $(basename "$score")"

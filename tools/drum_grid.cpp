@@ -18,6 +18,7 @@ constexpr double kRulerHeight = 30;  // measure numbers and markers above a syst
 constexpr double kSystemGap = 18;
 constexpr double kTitleHeight = 52;
 constexpr double kLegendHeight = 40;
+constexpr double kLegendWidth = 620;
 constexpr double kQuarterWidth = 48;
 constexpr double kLongestLine = 900;
 constexpr double kHitRadius = 6;
@@ -87,7 +88,12 @@ class Picture {
   }
 
   std::string Draw() {
-    const double width = 2 * kMargin + kLabelWidth + perLine_ * measureWidth_;
+    // Wide enough for the titles and the legend too, at about the width of
+    // an average character of their fonts.
+    const double texts = std::max({17 * 0.62 * double(grid_.title.size()),
+                                   12 * 0.58 * double(grid_.subtitle.size()), kLegendWidth});
+    const double width = std::max(2 * kMargin + kLabelWidth + perLine_ * measureWidth_,
+                                  2 * kMargin + texts);
     const double height = kMargin + kTitleHeight + lines_ * systemHeight_ + kLegendHeight;
     out_ << "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
          << "<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"" << Number(width) << "\" height=\""
@@ -197,7 +203,13 @@ class Picture {
     const uint64_t end = start + grid_.unitsPerMeasure;
     const auto from = std::lower_bound(hits_.begin(), hits_.end(), start,
                                        [](const GridHit& h, uint64_t p) { return h.position < p; });
-    for (auto hit = from; hit != hits_.end() && hit->position < end; ++hit) {
+    // Where strokes were played goes over where they are written, so that a
+    // ring shows even where the two meet.
+    std::vector<GridHit> measure(from, std::find_if(from, hits_.end(), [end](const GridHit& h) {
+                                   return h.position >= end;
+                                 }));
+    std::stable_partition(measure.begin(), measure.end(), [](const GridHit& h) { return !h.faint; });
+    for (auto hit = measure.begin(); hit != measure.end(); ++hit) {
       const int row = static_cast<int>(std::distance(keys_.upper_bound(hit->key), keys_.end()));
       const double x = left + double(hit->position - start) * unitWidth_;
       const double y = RowTop(line, row) + kRowHeight / 2;

@@ -56,7 +56,11 @@ DrumGrid GrooveGrid(const std::string& name, const GrooveInspection& r,
   for (const groove::NamedMeter& m : r.fits) fits += (fits.empty() ? "" : ", ") + m.name;
   grid.subtitle = r.placed() ? "placed by the plug-in into measures of " + fits
                              : "refused by the plug-in: " + r.messages.back();
-  if (r.proof.straightened) grid.subtitle += "  |  played, written straight (rings: as played)";
+  if (r.proof.straightened) {
+    grid.subtitle += "  |  played, written straight (rings: as played)";
+  } else if (r.proof.timing.played) {
+    grid.subtitle += "  |  played, placed as played";
+  }
   grid.subtitle += "  |  " + Tempo(r.proof.facts.tempoBpm) + " BPM, " + std::to_string(p.division) +
                    " ticks per quarter note";
   if (uint64_t(grid.measures) < lastMeasure) {

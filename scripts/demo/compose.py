@@ -23,9 +23,16 @@ def dialog_labels():
     resource files: dialog 102's controls and the texts they show."""
     with open(os.path.join(ROOT, "resources", "lang", "en.h"), encoding="utf-8") as f:
         texts = dict(re.findall(r'#define (RW_DLG_\w+) "([^"]*)"', f.read()))
+    with open(os.path.join(ROOT, "resources", "dialog_ids.h"), encoding="utf-8") as f:
+        ids = {name: int(value) for name, value in re.findall(r"#define (RW_ID_\w+) (\d+)", f.read())}
     with open(os.path.join(ROOT, "resources", "dialog102.rci"), encoding="utf-8") as f:
-        controls = re.findall(r"CONTROL (RW_DLG_\w+), (-?\d+),", f.read())
-    return {int(cid): texts[name].replace("&", "").strip() for name, cid in controls if name in texts}
+        controls = re.findall(r"CONTROL (RW_DLG_\w+), (RW_ID_\w+|-?\d+),", f.read())
+    labels = {}
+    for name, control in controls:
+        cid = ids.get(control) if control.startswith("RW_ID_") else int(control)
+        if name in texts and cid is not None:
+            labels[cid] = texts[name].replace("&", "").strip()
+    return labels
 
 
 def load_score(path):
@@ -71,7 +78,15 @@ def scenario(args):
         actions += [{"click": 22}, {"select": 1020, "row": args.staff - 1}]
     else:
         actions += [{"click": 21}]
-    actions += [{"select": 1019, "row": STYLES[args.style]}, {"click": 1}]
+    actions += [{"select": 1019, "row": STYLES[args.style]}]
+    if not args.plain:
+        # What the product does with a style by default, as a drummer would
+        # play it: counted in, a fill closing every 4 measures and landing on
+        # a crash (checked once fills are chosen), the second groove in turn
+        # with the first, and the ending.
+        actions += [{"click": 24}, {"select": 1021, "text": "4 measures"}, {"click": 25},
+                    {"click": 23}]
+    actions += [{"click": 1}]
     score["dialog"] = actions
     score["answers"] = ["yes"] * 4  # replace existing notes, repair the clef
     with open(args.out, "w", encoding="utf-8") as f:
@@ -115,6 +130,13 @@ def report(args):
             print("  " + describe(step, labels) + (" (" + step["note"] + ")" if step.get("note") else ""))
     for alert in result.get("alerts", []):
         print("Message: " + alert["text"].replace("\n", " "))
+    imports = result.get("imports", [])
+    if imports:
+        spans = []
+        for placement in imports:
+            first, last = placement["region"]["start_measure"], placement["region"]["end_measure"]
+            spans.append(str(first) if first == last else "%d-%d" % (first, last))
+        print("Placed %d times, in measures %s" % (len(imports), ", ".join(spans)))
     print("Result of the command: %s; edits opened %d, closed %d; temporary file left: %s" % (
         result.get("result"), result["edits"]["started"], result["edits"]["ended"],
         result.get("temporary_file_left")))
@@ -135,6 +157,7 @@ def main():
     s.add_argument("--style", choices=sorted(STYLES), default="percussion")
     s.add_argument("--measures", default="1-16")
     s.add_argument("--staff", type=int, default=0)
+    s.add_argument("--plain", action="store_true", help="the groove alone, no other part")
     r = sub.add_parser("report")
     r.add_argument("result")
     args = parser.parse_args()
