@@ -73,27 +73,6 @@ TEST(TheCrashOnTheDownbeat, TakesTheClosedHiHatOfTickZeroAndItsReleaseInRunningS
   ExpectPlaceable(file, crash);
 }
 
-TEST(TheCrashOnTheDownbeat, TakesTheRideWhenItLeadsAndReleasesItFirstInFirstOut) {
-  // The ride is struck again before its first release: that release is
-  // the crash's, the later one stays the ride's.
-  const Bytes file = smf(0, 96,
-                         {cat({kFourFour,
-                               {0x00, 0x99, 0x33, 0x5A},  // 0: ride
-                               {0x00, 0x99, 0x2A, 0x50},  // 0: hi-hat, left alone
-                               {0x18, 0x99, 0x33, 0x5A},  // 24: ride again
-                               {0x06, 0x89, 0x33, 0x40},  // 30: releases the first
-                               {0x00, 0x89, 0x2A, 0x40},  // 30
-                               {0x0A, 0x89, 0x33, 0x40},  // 40: releases the second
-                               kEndOfTrack})});
-  const CrashDownbeat crash = WithCrashOnDownbeat(file);
-  ASSERT_EQ(crash.outcome, CrashOutcome::kStrokeBecameCrash);
-  Bytes expected = file;
-  expected[14 + 8 + 8 + 2] = 0x31;       // the ride's key at tick 0
-  expected[14 + 8 + 8 + 12 + 2] = 0x31;  // its first release's key
-  EXPECT_EQ(crash.file, expected);
-  ExpectPlaceable(file, crash);
-}
-
 TEST(TheCrashOnTheDownbeat, IsAddedAsLoudAsTheLoudestDownbeatStrokeInTheDrumsRunningStatus) {
   const Bytes file = smf(0, 96,
                          {cat({kFourFour,
@@ -124,33 +103,6 @@ TEST(TheCrashOnTheDownbeat, IsAddedAsLoudAsTheLoudestDownbeatStrokeInTheDrumsRun
   hits.emplace_back(0, 49, 110, 12);
   std::sort(hits.begin(), hits.end());
   EXPECT_EQ(SortedHits(crash.file), hits);
-}
-
-TEST(TheCrashOnTheDownbeat, GivesTheEventAfterItsStatusBackWhereItRanOnAnother) {
-  const Bytes file = smf(0, 96,
-                         {cat({kFourFour,
-                               {0x00, 0x99, 0x24, 0x64},  // 0: kick
-                               {0x00, 0x99, 0x26, 0x50},  // 0: snare
-                               {0x00, 0x89, 0x24, 0x40},  // 0: kick released
-                               {0x0C, 0x26, 0x40},        // 12: snare released, under 0x89
-                               {0x24, 0x99, 0x2A, 0x50},  // 48: hi-hat
-                               {0x30, 0x89, 0x2A, 0x40},  // 96
-                               kEndOfTrack})});
-  const CrashDownbeat crash = WithCrashOnDownbeat(file);
-  ASSERT_EQ(crash.outcome, CrashOutcome::kCrashAdded);
-  const Bytes expected = smf(0, 96,
-                             {cat({kFourFour,
-                                   {0x00, 0x99, 0x24, 0x64},
-                                   {0x00, 0x99, 0x26, 0x50},
-                                   {0x00, 0x89, 0x24, 0x40},
-                                   {0x00, 0x99, 0x31, 0x64},  // 0: its own status
-                                   {0x0C, 0x31, 0x00},
-                                   {0x00, 0x89, 0x26, 0x40},
-                                   {0x24, 0x99, 0x2A, 0x50},
-                                   {0x30, 0x89, 0x2A, 0x40},
-                                   kEndOfTrack})});
-  EXPECT_EQ(crash.file, expected);
-  ExpectPlaceable(file, crash);
 }
 
 TEST(TheCrashOnTheDownbeat, GoesIntoTheDrumTrackOfAFileOfTwoTracks) {

@@ -66,81 +66,78 @@ DrumGridText GridOf(const Bytes& file, int32_t measures, std::size_t width = 200
   return DrumGridTextOf(load.bytes(), load.pattern, measures, width);
 }
 
-TEST(TheDrumGrid, ShowsARockBeatInFourFourOnSixteenths) {
-  const DrumGridText grid =
-      GridOf(DrumGroove(480, 4, 2,
-                        Pattern(120, {{42, "X.x.X.x.X.x.X.x.|X.x.X.x.X.x.X.x."},
-                                      {38, "....X.......X...|....X.......X..."},
-                                      {36, "X......xX.......|X......xX.....x."}})),
-             2);
-  EXPECT_EQ(grid.step, GridStep::kSixteenths);
-  EXPECT_TRUE(grid.exact);
-  EXPECT_EQ(grid.measures, 2);
-  const Lines expected = {"HH   X.x.X.x.X.x.X.x.|X.x.X.x.X.x.X.x.",
-                          "SN   ....X.......X...|....X.......X...",
-                          "BD   X......xX.......|X......xX.....x."};
-  EXPECT_EQ(grid.lines, expected);
-  EXPECT_STREQ(GridStepName(grid.step), "sixteenths");
+TEST(TheDrumGrid, ShowsEachMeterOnTheCoarsestStepItsStrokesNeed) {
+  const struct {
+    const char* why;
+    Bytes file;
+    int32_t measures;
+    GridStep step;
+    Lines lines;
+  } cases[] = {
+      {"rock in 4/4 on sixteenths",
+       DrumGroove(480, 4, 2,
+                  Pattern(120, {{42, "X.x.X.x.X.x.X.x.|X.x.X.x.X.x.X.x."},
+                                {38, "....X.......X...|....X.......X..."},
+                                {36, "X......xX.......|X......xX.....x."}})),
+       2,
+       GridStep::kSixteenths,
+       {"HH   X.x.X.x.X.x.X.x.|X.x.X.x.X.x.X.x.", "SN   ....X.......X...|....X.......X...",
+        "BD   X......xX.......|X......xX.....x."}},
+      // Every track's strokes count, drums after a conductor track too.
+      {"2/4 in eighths when nothing lies between them",
+       smf(1, 96,
+           {cat({timeSignature(0, 2, 2), kEndOfTrack}),
+            cat({note(0, 0x99, 42, 90), note(0, 0x99, 36, 90), note(48, 0x99, 42, 90),
+                 note(48, 0x99, 42, 90), note(0, 0x99, 38, 100), note(48, 0x99, 42, 90),
+                 kEndOfTrack})}),
+       1,
+       GridStep::kEighths,
+       {"HH   xxxx", "SN   ..X.", "BD   x..."}},
+      {"a shuffle on eighth triplets",
+       DrumGroove(480, 4, 2,
+                  Pattern(160, {{51, "x.xx.xx.xx.x"},
+                                {38, "...X.....X.."},
+                                {36, "X.....X....."},
+                                {44, "...x.....x.."}})),
+       1,
+       GridStep::kEighthTriplets,
+       {"RD   x.xx.xx.xx.x", "SN   ...X.....X..", "BD   X.....X.....", "PH   ...x.....x.."}},
+      {"6/8 in eighths",
+       DrumGroove(
+           480, 6, 3,
+           Pattern(240, {{42, "xxxxxx|xxxxxx"}, {38, "...X..|...X.."}, {36, "X.....|X..X.."}})),
+       2,
+       GridStep::kEighths,
+       {"HH   xxxxxx|xxxxxx", "SN   ...X..|...X..", "BD   X.....|X..X.."}},
+      {"7/8 with its short last beat",
+       DrumGroove(
+           480, 7, 3,
+           Pattern(120, {{42, "x.x.x.x.x.x.x."}, {38, "....X.....X..."}, {36, "X....x..X....."}})),
+       1,
+       GridStep::kSixteenths,
+       {"HH   x.x.x.x.x.x.x.", "SN   ....X.....X...", "BD   X....x..X....."}},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.why);
+    const DrumGridText grid = GridOf(c.file, c.measures);
+    EXPECT_EQ(grid.step, c.step);
+    EXPECT_TRUE(grid.exact);
+    EXPECT_EQ(grid.measures, c.measures);
+    EXPECT_EQ(grid.lines, c.lines);
+  }
 }
 
-TEST(TheDrumGrid, TakesEighthsWhenNothingLiesBetweenThem) {
-  // Drums in track 2 after a conductor track: every track's strokes count.
-  const Bytes file = smf(
-      1, 96,
-      {cat({timeSignature(0, 2, 2), kEndOfTrack}),
-       cat({note(0, 0x99, 42, 90), note(0, 0x99, 36, 90), note(48, 0x99, 42, 90),
-            note(48, 0x99, 42, 90), note(0, 0x99, 38, 100), note(48, 0x99, 42, 90), kEndOfTrack})});
-  const DrumGridText grid = GridOf(file, 1);
-  EXPECT_EQ(grid.step, GridStep::kEighths);
-  EXPECT_EQ(grid.lines, (Lines{"HH   xxxx", "SN   ..X.", "BD   x..."}));
-}
-
-TEST(TheDrumGrid, ShowsAShuffleOnEighthTriplets) {
-  const DrumGridText grid = GridOf(DrumGroove(480, 4, 2,
-                                              Pattern(160, {{51, "x.xx.xx.xx.x"},  // ride, swung
-                                                            {38, "...X.....X.."},
-                                                            {36, "X.....X....."},
-                                                            {44, "...x.....x.."}})),
-                                   1);
-  EXPECT_EQ(grid.step, GridStep::kEighthTriplets);
-  EXPECT_TRUE(grid.exact);
-  const Lines expected = {"RD   x.xx.xx.xx.x", "SN   ...X.....X..", "BD   X.....X.....",
-                          "PH   ...x.....x.."};
-  EXPECT_EQ(grid.lines, expected);
-}
-
-TEST(TheDrumGrid, CountsSixEightInEighthsAndNeverInTriplets) {
-  const DrumGridText grid = GridOf(
-      DrumGroove(
-          480, 6, 3,
-          Pattern(240, {{42, "xxxxxx|xxxxxx"}, {38, "...X..|...X.."}, {36, "X.....|X..X.."}})),
-      2);
-  EXPECT_EQ(grid.step, GridStep::kEighths);
-  const Lines expected = {"HH   xxxxxx|xxxxxx", "SN   ...X..|...X..", "BD   X.....|X..X.."};
-  EXPECT_EQ(grid.lines, expected);
-
-  // A stroke a third of a quarter in: triplets do not fit the dotted beats,
-  // so it goes to its nearest thirty-second.
-  const DrumGridText off = GridOf(DrumGroove(480, 6, 3, {{0, 36, 90}, {160, 42, 90}}), 1);
-  EXPECT_EQ(off.step, GridStep::kThirtySeconds);
-  EXPECT_FALSE(off.exact);
-  EXPECT_EQ(off.lines, (Lines{"HH   ...x....................", "BD   x......................."}));
-}
-
-TEST(TheDrumGrid, CountsSevenEightWithItsShortLastBeat) {
-  const DrumGridText grid = GridOf(
-      DrumGroove(
-          480, 7, 3,
-          Pattern(120, {{42, "x.x.x.x.x.x.x."}, {38, "....X.....X..."}, {36, "X....x..X....."}})),
-      1);
-  EXPECT_EQ(grid.step, GridStep::kSixteenths);
-  const Lines expected = {"HH   x.x.x.x.x.x.x.", "SN   ....X.....X...", "BD   X....x..X....."};
-  EXPECT_EQ(grid.lines, expected);
-
-  // Triplets would not divide the last beat, an eighth.
-  const DrumGridText swung = GridOf(DrumGroove(480, 7, 3, {{0, 36, 90}, {320, 42, 90}}), 1);
-  EXPECT_EQ(swung.step, GridStep::kThirtySeconds);
-  EXPECT_FALSE(swung.exact);
+TEST(TheDrumGrid, NeverTakesTripletsWhereTheyDoNotDivideTheBeat) {
+  // A stroke a third of a quarter in goes to its nearest thirty-second, in
+  // 6/8's dotted beats as in 7/8's last eighth.
+  const DrumGridText sixEight = GridOf(DrumGroove(480, 6, 3, {{0, 36, 90}, {160, 42, 90}}), 1);
+  EXPECT_EQ(sixEight.step, GridStep::kThirtySeconds);
+  EXPECT_FALSE(sixEight.exact);
+  EXPECT_EQ(sixEight.lines,
+            (Lines{"HH   ...x....................", "BD   x......................."}));
+  const DrumGridText sevenEight = GridOf(DrumGroove(480, 7, 3, {{0, 36, 90}, {320, 42, 90}}), 1);
+  EXPECT_EQ(sevenEight.step, GridStep::kThirtySeconds);
+  EXPECT_FALSE(sevenEight.exact);
 }
 
 TEST(TheDrumGrid, MarksAccentsNormalStrokesAndGhostNotesByVelocity) {
@@ -197,17 +194,6 @@ TEST(TheDrumGrid, NamesEveryKeyAsThePatternDescriptionsDo) {
     EXPECT_EQ(DrumKeyShortName(std::stoi(key)), name.substr(1, name.size() - 3)) << name;
   }
   EXPECT_EQ(named, 47);
-}
-
-TEST(TheDrumGrid, LeavesOutTheStrokesBeyondTheMeasuresShown) {
-  // Measure 3 has a crash and a roll in thirty-seconds: neither shows.
-  std::vector<Hit> hits = Pattern(240, {{42, "xxxxxxxx|xxxxxxxx"}, {36, "X...X...|X...X..."}});
-  hits.push_back({3840, 49, 110});
-  for (uint32_t tick = 3840; tick < 4320; tick += 60) hits.push_back({tick, 38, 80});
-  const DrumGridText grid = GridOf(DrumGroove(480, 4, 2, hits), 2);
-  EXPECT_EQ(grid.step, GridStep::kEighths);
-  EXPECT_EQ(grid.measures, 2);
-  EXPECT_EQ(grid.lines, (Lines{"HH   xxxxxxxx|xxxxxxxx", "BD   X...X...|X...X..."}));
 }
 
 TEST(TheDrumGrid, DropsWholeMeasuresThatDoNotFitTheWidth) {

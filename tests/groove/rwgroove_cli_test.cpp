@@ -71,34 +71,14 @@ TEST_F(RwgrooveCli, InspectReportsEveryKeyInJson) {
   std::vector<std::string> keys;
   for (const auto& item : json.items()) keys.push_back(item.key());
   std::sort(keys.begin(), keys.end());
-  EXPECT_EQ(keys, (std::vector<std::string>{"advice",
-                                            "alerts",
-                                            "division",
-                                            "drum_grid",
-                                            "drum_notes_found",
-                                            "failure",
-                                            "fits_meters",
-                                            "format",
-                                            "groove_measures",
-                                            "highest_key",
-                                            "keys_used",
-                                            "last_drum_measure",
-                                            "last_drum_tick",
-                                            "loaded",
-                                            "lowest_key",
-                                            "mends",
-                                            "messages",
-                                            "meter_change",
-                                            "note",
-                                            "note_ons_by_channel",
-                                            "original_walk",
-                                            "size",
-                                            "strict_walk",
-                                            "tempo_bpm",
-                                            "time_signature",
-                                            "timing",
-                                            "tracks",
-                                            "verdict"}));
+  EXPECT_EQ(keys, (std::vector<std::string>{
+                      "advice",           "alerts",       "division",    "drum_grid",
+                      "drum_notes_found", "failure",      "fits_meters", "format",
+                      "groove_measures",  "highest_key",  "keys_used",   "last_drum_measure",
+                      "last_drum_tick",   "loaded",       "lowest_key",  "mends",
+                      "messages",         "meter_change", "note",        "note_ons_by_channel",
+                      "original_walk",    "size",         "strict_walk", "tempo_bpm",
+                      "time_signature",   "timing",       "tracks",      "verdict"}));
   EXPECT_EQ(json["verdict"], "placed");
   EXPECT_EQ(json["messages"].size(), 0u);
   EXPECT_EQ(json["fits_meters"], (std::vector<std::string>{"3/4", "6/8 (6 beats)"}));
@@ -255,7 +235,7 @@ TEST_F(RwgrooveCli, EachRefusalGetsItsOneLineOfAdvice) {
 
 // A part of timed notes on one channel: each {tick, key} sounds for
 // `length` ticks; several at one tick make a chord.
-Bytes Part(int channel, std::initializer_list<std::pair<uint32_t, uint8_t>> notes,
+Bytes Part(int channel, const std::vector<std::pair<uint32_t, uint8_t>>& notes,
            uint32_t length = 200, const char* name = nullptr) {
   struct Event {
     uint32_t tick;
@@ -303,44 +283,18 @@ TEST_F(RwgrooveCli, AdvisesChannel10OnlyForAPartThatLooksLikeDrums) {
                {6720, 56}, {6720, 62}, {6720, 80}, {7200, 45}, {7200, 73}, {7680, 61}, {7680, 64},
                {7680, 70}, {8160, 63}, {8160, 68}, {8160, 75}},
            400);
-  // A bass line, one note at a time on few keys.
-  const Bytes bass = Part(2,
-                          {{0, 36},
-                           {480, 36},
-                           {960, 43},
-                           {1440, 45},
-                           {1920, 41},
-                           {2400, 41},
-                           {2880, 40},
-                           {3360, 38},
-                           {3840, 36},
-                           {4320, 43},
-                           {4800, 47},
-                           {5280, 48},
-                           {5760, 43},
-                           {6240, 41},
-                           {6720, 40},
-                           {7200, 38}},
-                          440);
-  // Strings in four-part chords, high in the keyboard.
-  const Bytes strings = Part(3,
-                             {{0, 55},
-                              {0, 60},
-                              {0, 64},
-                              {0, 72},
-                              {1920, 57},
-                              {1920, 60},
-                              {1920, 65},
-                              {1920, 69},
-                              {3840, 55},
-                              {3840, 59},
-                              {3840, 62},
-                              {3840, 67},
-                              {5760, 55},
-                              {5760, 60},
-                              {5760, 64},
-                              {5760, 76}},
-                             1900);
+  // A bass line, a note a beat on few keys, and strings in four-part chords
+  // a measure each, high in the keyboard.
+  std::vector<std::pair<uint32_t, uint8_t>> low, high;
+  const uint8_t line[] = {36, 36, 43, 45, 41, 41, 40, 38, 36, 43, 47, 48, 43, 41, 40, 38};
+  for (uint32_t beat = 0; beat < std::size(line); ++beat) low.push_back({480 * beat, line[beat]});
+  const uint8_t chords[][4] = {
+      {55, 60, 64, 72}, {57, 60, 65, 69}, {55, 59, 62, 67}, {55, 60, 64, 76}};
+  for (uint32_t measure = 0; measure < 4; ++measure) {
+    for (const uint8_t key : chords[measure]) high.push_back({1920 * measure, key});
+  }
+  const Bytes bass = Part(2, low, 440);
+  const Bytes strings = Part(3, high, 1900);
   for (const auto& [name, part] : {std::pair{"piano.mid", piano}, std::pair{"bass.mid", bass},
                                    std::pair{"strings.mid", strings}}) {
     const ToolRun run = Rwgroove("inspect " + Write(name, smf(0, 480, {part})) + " --json");

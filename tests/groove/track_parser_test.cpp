@@ -33,9 +33,8 @@ TEST(NonDrumEventsAreSilencedInPlace, RunningStatusEventsFollowTheRewrittenStatu
 TEST(NonDrumEventsAreSilencedInPlace, OneDataByteEventsInRunningStatusGetTheirSecondByte) {
   // After the rewritten status 0x89 a reader takes two data bytes per event,
   // so each program change in running status becomes a note off too.
-  const Bytes events = cat({{0x00, 0xC0, 0x05, /* running */ 0x00, 0x06, 0x81, 0x00, 0x07},
-                            kKick,
-                            kEndOfTrack});
+  const Bytes events =
+      cat({{0x00, 0xC0, 0x05, /* running */ 0x00, 0x06, 0x81, 0x00, 0x07}, kKick, kEndOfTrack});
   const Bytes expected =
       cat({{0x00, 0x89, 0x00, 0x40, 0x00, 0x00, 0x40, 0x81, 0x00, 0x00, 0x40}, kKick, kEndOfTrack});
   Load load(smf(0, 480, {events}));
@@ -62,42 +61,43 @@ TEST(NonDrumEventsAreSilencedInPlace, DrumsOfALaterTrackToo) {
   EXPECT_EQ(load.bytes(), smf(1, 480, {first}));
 }
 
-Bytes FromHex(const char* hex) {
-  Bytes out;
-  for (const char* p = hex; p[0] && p[1]; p += 2) {
-    out.push_back(uint8_t(std::stoi(std::string(p, 2), nullptr, 16)));
-  }
-  return out;
-}
-
 TEST(ARunningEventAfterASilencedOne, NeverMovesWhereTheTracksReadingEnds) {
   // Track 2 (program change, then one in running status) lacks its End of
   // Track: its reading ends two bytes into the next chunk's header, as the
   // literal rules read it, and the third chunk is read whole.
-  const Bytes file = FromHex(
-      "4d546864000000060001000300604d54726b0000000c009924646089244000ff2f00"
-      "4d54726b0000000500c00500064d54726b0000000400ff2f00");
+  const Bytes file = cat({header(1, 3, 96),
+                          track(cat({note(0, 0x99, 36, 100), note(96, 0x89, 36, 64), kEndOfTrack})),
+                          track({0x00, 0xC0, 0x05,  // program change
+                                 0x00, 0x06}),      // another in running status; no End of Track
+                          track(kEndOfTrack)});
   Load load(file);
   ASSERT_TRUE(load.pattern.loaded);
   EXPECT_EQ(load.alerts(), Alerts{"End of track meta event missing"});
   EXPECT_EQ(load.reader().trackCount(), 1);
   EXPECT_EQ(load.pattern.lastDrumMeasure, 1);
-  EXPECT_EQ(load.bytes(), smf(1, 96, {cat({note(0, 0x99, 36, 100), note(96, 0x89, 36, 64),
-                                           kEndOfTrack})}));
+  EXPECT_EQ(load.bytes(),
+            smf(1, 96, {cat({note(0, 0x99, 36, 100), note(96, 0x89, 36, 64), kEndOfTrack})}));
 }
 
 TEST(ARunningEventAfterASilencedOne, IsLeftAloneInAChunkCutShortByTheFilesEnd) {
   // The chunk claims 17 bytes; the file holds 9. Neither the running event
   // nor the zeros read past the end get a byte: the load ends with the
   // alerts the literal rules raise, and the file is refused anyway.
-  const Bytes file = FromHex("4d546864000000060000000100604d54726b000000110099246400c0050006");
+  const Bytes file = cat({header(0, 1, 96),
+                          {'M', 'T', 'r', 'k'},
+                          be32(17),
+                          {0x00, 0x99, 0x24, 0x64,  // a kick
+                           0x00, 0xC0, 0x05,        // a program change
+                           0x00, 0x06}});           // another in running status
   Load load(file);
   BasicLoad<LiteralRulesStore> literal(file);
   ASSERT_TRUE(load.pattern.loaded);
   EXPECT_FALSE(load.rangeCheck);
   EXPECT_EQ(load.alerts(), literal.alerts());
   EXPECT_EQ(load.alerts().size(), 11u);
-  EXPECT_EQ(load.bytes(), cat({header(0, 1, 96), {'M', 'T', 'r', 'k'}, be32(18),
+  EXPECT_EQ(load.bytes(), cat({header(0, 1, 96),
+                               {'M', 'T', 'r', 'k'},
+                               be32(18),
                                {0x00, 0x99, 0x24, 0x64, 0x00, 0x89, 0x00, 0x40, 0x00, 0x06}}));
 }
 
@@ -105,7 +105,9 @@ TEST(ARunningEventAfterASilencedOne, LeavesAChunkCutShortToEndAsTheLiteralRulesE
   // A chunk that claims far more than the file holds, with running program
   // changes in what it does hold: its end lies beyond the file, and a byte
   // inserted for each of them would move it beyond the allocation too.
-  const Bytes file = cat({header(0, 1, 480), {'M', 'T', 'r', 'k'}, be32(40),
+  const Bytes file = cat({header(0, 1, 480),
+                          {'M', 'T', 'r', 'k'},
+                          be32(40),
                           {0x00, 0xC0, 0x01, 0x00, 0x02, 0x00, 0x03, 0x00, 0x04, 0x00, 0x05}});
   Load load(file);
   BasicLoad<LiteralRulesStore> literal(file);

@@ -6,7 +6,6 @@
 #include <gtest/gtest.h>
 #include <stdlib.h>
 
-#include <algorithm>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
@@ -52,22 +51,20 @@ class TheDirectorySearch : public ::testing::Test {
   void TearDown() override { fs::remove_all(folder_); }
   void Touch(const std::string& name) { std::ofstream(folder_ / name) << "x"; }
 
-  // The names found in a folder (relative to folder_), a folder's with a
-  // slash after it, and the search closed.
-  std::vector<std::u16string> Found(const std::u16string& pattern, const std::string& sub = "") {
+  // The names found, a folder's with a slash after it, and the search
+  // closed.
+  std::vector<std::u16string> Found(const std::u16string& pattern) {
     std::vector<std::u16string> names;
     rw::platform::FindData found;
-    const std::u16string full = Utf8ToUtf16((folder_ / sub).string()) + u"\\" + pattern;
+    const std::u16string full = Utf8ToUtf16(folder_.string()) + u"\\" + pattern;
     auto search = rw::platform::FindFirstFileW(full.c_str(), &found);
     if (search == rw::platform::kInvalidFindHandle) return names;
     do {
-      names.push_back(std::u16string(found.fileName) + (IsFolder(found) ? u"/" : u""));
+      const bool folder = (found.attributes & rw::platform::kAttributeDirectory) != 0;
+      names.push_back(std::u16string(found.fileName) + (folder ? u"/" : u""));
     } while (rw::platform::FindNextFileW(search, &found));
     EXPECT_TRUE(rw::platform::FindClose(search));
     return names;
-  }
-  static bool IsFolder(const rw::platform::FindData& found) {
-    return (found.attributes & rw::platform::kAttributeDirectory) != 0;
   }
   std::u16string Pattern(const std::u16string& pattern) {
     return Utf8ToUtf16(folder_.string()) + u"/" + pattern;
@@ -103,53 +100,10 @@ TEST_F(TheDirectorySearch, LeavesNothingOpenOnceClosedWhetherItRanToItsEndOrNot)
   EXPECT_FALSE(FindNextFileW(early, &found));
   EXPECT_FALSE(FindClose(early));
   EXPECT_FALSE(FindClose(kInvalidFindHandle));
-}
-
-TEST_F(TheDirectorySearch, ThatFindsNothingLeavesNoSearchOpen) {
-  Touch("notes.txt");
-  rw::platform::FindData found;
-  EXPECT_EQ(rw::platform::FindFirstFileW(Pattern(u"*.mid").c_str(), &found),
-            rw::platform::kInvalidFindHandle);
-  EXPECT_EQ(rw::platform::FindFirstFileW(Pattern(u"Missing/*.mid").c_str(), &found),
-            rw::platform::kInvalidFindHandle);
-  EXPECT_EQ(rw::platform::OpenSearches(), 0u);
-}
-
-TEST_F(TheDirectorySearch, OfASubfolderRunsWhileTheSearchOfItsParentIsOpen) {
-  // A library of folders of folders is walked with a search per level.
-  fs::create_directories(folder_ / "Latin" / "Fills");
-  fs::create_directories(folder_ / "Rock");
-  for (const char* name : {"Top.mid", "Latin/Samba.mid", "Latin/Bossa.mid", "Latin/Fills/Samba.mid",
-                           "Rock/Rock 1.mid"}) {
-    Touch(name);
-  }
-  std::vector<std::u16string> walked;
-  std::vector<std::string> pending = {""};
-  while (!pending.empty()) {
-    const std::string sub = pending.back();
-    pending.pop_back();
-    rw::platform::FindData found;
-    auto search =
-        rw::platform::FindFirstFileW(Utf8ToUtf16((folder_ / sub).string() + "/*").c_str(), &found);
-    ASSERT_NE(search, rw::platform::kInvalidFindHandle) << sub;
-    do {
-      const std::u16string name = found.fileName;
-      if (name == u"." || name == u"..") continue;
-      const std::string path = (fs::path(sub) / NativePath(name.c_str())).generic_string();
-      if (IsFolder(found)) {
-        // Searched at once, before the parent's search goes on.
-        for (const std::u16string& inner : Found(u"*.mid", path)) {
-          walked.push_back(Utf8ToUtf16(path) + u"/" + inner);
-        }
-        pending.push_back(path);
-      }
-    } while (rw::platform::FindNextFileW(search, &found));
-    EXPECT_TRUE(rw::platform::FindClose(search));
-  }
-  std::sort(walked.begin(), walked.end());
-  EXPECT_EQ(walked, (std::vector<std::u16string>{u"Latin/Bossa.mid", u"Latin/Fills/Samba.mid",
-                                                 u"Latin/Samba.mid", u"Rock/Rock 1.mid"}));
-  EXPECT_EQ(rw::platform::OpenSearches(), 0u);
+  // One that finds nothing leaves nothing open either.
+  EXPECT_EQ(FindFirstFileW(Pattern(u"*.wav").c_str(), &found), kInvalidFindHandle);
+  EXPECT_EQ(FindFirstFileW(Pattern(u"Missing/*.mid").c_str(), &found), kInvalidFindHandle);
+  EXPECT_EQ(OpenSearches(), 0u);
 }
 
 // The variables the user's folder is named from, set for one test and put
