@@ -31,6 +31,12 @@ class RingQueue {
     return slots_[tail_++ & mask_];
   }
   void pop() { ++head_; }
+  // For a loop that takes many from the front holding the queue in
+  // registers: the element numbered n is slots()[n & mask()], and PopTo
+  // takes every element before `number` out.
+  T* slots() { return slots_.data(); }
+  uint64_t mask() const { return mask_; }
+  void PopTo(uint64_t number) { head_ = number; }
   void pop_back() { --tail_; }
   void clear() { head_ = tail_ = 0; }
 

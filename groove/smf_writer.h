@@ -72,6 +72,64 @@ class SmfWriter {
     return true;
   }
 
+  // Events added one after another to a rising track with the writer's
+  // state held in the run: every byte stored may alias the writer's fields,
+  // which would otherwise be read again after each event. While a run is
+  // open, nothing else adds to the writer; its end hands the state back.
+  class Run {
+   public:
+    explicit Run(SmfWriter& writer) : writer_(writer) { Load(); }
+    ~Run() { Store(); }
+    Run(const Run&) = delete;
+    Run& operator=(const Run&) = delete;
+
+    // As the writer's AddMessage.
+    bool AddMessage(uint64_t tick, uint8_t status, uint8_t data1, uint8_t data2 = 0) {
+      if (!rising_ || tick < previousTick_ || tick - previousTick_ >= 0x80 || status < 0x80 ||
+          status >= 0xF0 || limit_ - out_ < 4) [[unlikely]] {
+        Store();
+        const bool added = writer_.AddMessageAnyhow(tick, status, data1, data2);
+        Load();
+        return added;
+      }
+      *out_++ = uint8_t(tick - previousTick_);
+      previousTick_ = tick;
+      if (status != runningStatus_) *out_++ = status;
+      runningStatus_ = status;
+      *out_++ = data1;
+      if (!HasOneDataByte(status)) *out_++ = data2;
+      return true;
+    }
+    // As the writer's Add.
+    bool Add(uint64_t tick, std::span<const uint8_t> event) {
+      Store();
+      const bool added = writer_.Add(tick, event);
+      Load();
+      return added;
+    }
+
+   private:
+    void Load() {
+      rising_ = writer_.open_ && writer_.order_ == Order::kRising;
+      out_ = writer_.file_.data() + writer_.end_;
+      limit_ = writer_.file_.data() + writer_.file_.size();
+      previousTick_ = writer_.previousTick_;
+      runningStatus_ = writer_.runningStatus_;
+    }
+    void Store() {
+      writer_.end_ = std::size_t(out_ - writer_.file_.data());
+      writer_.previousTick_ = previousTick_;
+      writer_.runningStatus_ = runningStatus_;
+    }
+
+    SmfWriter& writer_;
+    uint8_t* out_;
+    uint8_t* limit_;
+    uint64_t previousTick_;
+    uint8_t runningStatus_;
+    bool rising_;
+  };
+
   // The whole file, replacing what `out` held; the writer is left empty.
   // A channel message with the status of the channel message just before
   // it is written in running status.

@@ -10,7 +10,6 @@ namespace {
 
 constexpr uint64_t kEnd = UINT64_MAX;
 constexpr uint64_t kLatest = UINT64_MAX - 1;  // the latest tick a release is written at
-constexpr uint64_t kNowhere = UINT64_MAX;     // no such element in a line
 constexpr uint8_t kNoteOn = 0x99;
 constexpr uint8_t kEndOfTrack[] = {0xFF, 0x2F, 0x00};
 
@@ -43,8 +42,8 @@ void StraightStream::TrackStart(int32_t, uint64_t, uint64_t) {
 void StraightStream::Event(const SmfEvent& e) {
   // Nothing from here on can be written before the horizon.
   const uint64_t horizon = e.tick > lag_ ? e.tick - lag_ : 0;
-  // Written a window at a time rather than an event at a time.
-  if (horizon > due_ && horizon - due_ > lag_) Flush(horizon);
+  // Written a window of events at a time rather than an event at a time.
+  if (horizon > due_ && waiting_.size() + releases_.size() >= kWindow) Flush(horizon);
   if (IsDrumNoteOn(e)) {
     Strike(e.tick, e.data1, e.data2);
   } else if (IsDrumNoteOff(e)) {
@@ -86,7 +85,7 @@ void StraightStream::Strike(uint64_t tick, uint8_t playedKey, uint8_t velocity) 
   const BeatPlace place = cursor_.Locate(tick);
   const uint64_t straight = beats_.StraightTick(place, grids_[place.beat]);
   const uint8_t key = GeneralMidiKeyOf(playedKey);
-  if (key != playedKey) tally_.mapped[playedKey] = true;
+  tally_.mapped[playedKey] |= key != playedKey;
 
   Last& last = last_[key];
   if (last.live && last.tick == straight) {
@@ -104,6 +103,8 @@ void StraightStream::Strike(uint64_t tick, uint8_t playedKey, uint8_t velocity) 
       // Its release leaves the line.
       for (uint64_t i = release; i + 1 < releases_.next(); ++i) {
         releases_.at(i) = releases_.at(i + 1);
+        const uint8_t moved = releases_.at(i).key;
+        if (latestRelease_[moved] == i + 1) latestRelease_[moved] = i;
       }
       releases_.pop_back();
       --releasesQueued_[key];
@@ -144,20 +145,15 @@ void StraightStream::EndStroke(uint8_t key, uint64_t tick) {
   QueueRelease(key, held > kLatest - last.tick ? kLatest : last.tick + held);
 }
 
-// The latest release queued for a key: that of its last stroke, once it is
-// silenced and not yet released.
-uint64_t StraightStream::LatestReleaseOf(uint8_t key) {
-  for (uint64_t i = releases_.next(); i-- > releases_.first();) {
-    if (releases_.at(i).key == key) return i;
-  }
-  return kNowhere;
-}
-
 void StraightStream::MoveReleaseEarlier(uint64_t release) {
-  for (uint64_t i = release; i > releases_.first() && Before(releases_.at(i), releases_.at(i - 1));
-       --i) {
+  const uint8_t key = releases_.at(release).key;
+  uint64_t i = release;
+  for (; i > releases_.first() && Before(releases_.at(i), releases_.at(i - 1)); --i) {
     std::swap(releases_.at(i), releases_.at(i - 1));
+    const uint8_t passed = releases_.at(i).key;
+    if (latestRelease_[passed] == i - 1) latestRelease_[passed] = i;
   }
+  latestRelease_[key] = i;
 }
 
 void StraightStream::EndTrack(uint64_t tick) {
@@ -170,41 +166,61 @@ void StraightStream::EndTrack(uint64_t tick) {
 }
 
 // Writes what is due before the horizon, releases first at a tick; due_
-// becomes the earliest tick still held.
+// becomes the earliest tick still held. Both lines and the writer are held
+// in locals: each byte written may alias them.
 void StraightStream::Flush(uint64_t horizon) {
+  SmfWriter::Run run(writer_);
+  const Release* const releases = releases_.slots();
+  const uint64_t releaseMask = releases_.mask();
+  uint64_t release = releases_.first();
+  const uint64_t releasesEnd = releases_.next();
+  const Waiting* const waiting = waiting_.slots();
+  const uint64_t waitingMask = waiting_.mask();
+  uint64_t wait = waiting_.first();
+  const uint64_t waitingEnd = waiting_.next();
+  bool whole = true;
+  uint64_t onsets = 0;
   for (;;) {
-    const uint64_t release = releases_.empty() ? kEnd : releases_.front().tick;
-    const uint64_t waiting = waiting_.empty() ? kEnd : waiting_.front().tick;
-    due_ = std::min(release, waiting);
-    if (due_ >= horizon || due_ == kEnd) return;
-    if (release <= waiting) {
+    const uint64_t releaseTick =
+        release != releasesEnd ? releases[release & releaseMask].tick : kEnd;
+    const uint64_t waitingTick = wait != waitingEnd ? waiting[wait & waitingMask].tick : kEnd;
+    const uint64_t due = std::min(releaseTick, waitingTick);
+    if (due >= horizon || due == kEnd) {
+      due_ = due;
+      break;
+    }
+    if (releaseTick <= waitingTick) {
       // A note-on of velocity 0: a note-off that keeps running status.
-      const uint8_t key = releases_.front().key;
-      releases_.pop();
+      const uint8_t key = releases[release & releaseMask].key;
+      ++release;
       --releasesQueued_[key];
-      Write(writer_.AddMessage(release, kNoteOn, key, 0));
+      whole &= run.AddMessage(releaseTick, kNoteOn, key, 0);
       continue;
     }
-    const Waiting& event = waiting_.front();
+    const Waiting& event = waiting[wait & waitingMask];
+    ++wait;
     switch (event.kind) {
       case Kind::kStroke:
-        Write(writer_.AddMessage(event.tick, kNoteOn, event.data1, event.data2));
-        ++tally_.onsets;
+        whole &= run.AddMessage(event.tick, kNoteOn, event.data1, event.data2);
+        ++onsets;
         tally_.written[event.data1] = true;
         break;
       case Kind::kMerged:  // the louder stroke on its point is written
         break;
       case Kind::kKept:
         if (event.status >= 0xF0) {
-          Write(writer_.Add(event.tick,
-                            std::span<const uint8_t>(file_ + event.offset, event.length)));
+          whole &=
+              run.Add(event.tick, std::span<const uint8_t>(file_ + event.offset, event.length));
         } else {
-          Write(writer_.AddMessage(event.tick, event.status, event.data1, event.data2));
+          whole &= run.AddMessage(event.tick, event.status, event.data1, event.data2);
         }
         break;
     }
-    waiting_.pop();
   }
+  releases_.PopTo(release);
+  waiting_.PopTo(wait);
+  tally_.onsets += onsets;
+  Write(whole);
 }
 
 }  // namespace rw::groove

@@ -3,9 +3,9 @@
 //
 // A stroke moves at most half a grid step, so once the walk has passed a
 // tick by that much, nothing that comes later can be written before it:
-// what lies behind that horizon is written out, and only the window ahead
-// of it is held, with the last stroke of each key. Memory does not grow
-// with the file.
+// what lies behind that horizon is written out, a window of events at a
+// time, and only those ahead of it and the window are held, with the last
+// stroke of each key. Memory does not grow with the file.
 //
 // Within a track a drum key is one instrument (drum_hits.h): a stroke
 // sounds until a note-off of its key or its next stroke. Strokes of one key
@@ -51,6 +51,11 @@ class StraightStream : public SmfEventVisitor {
   static constexpr std::size_t kKeys = 128;
   static constexpr uint8_t kNoKey = 0xFF;    // nothing sounds
   static constexpr uint8_t kDecided = 0xFE;  // sounds, its release decided: a note-off ends nothing
+  static constexpr uint64_t kNowhere = UINT64_MAX;  // no such element in a line
+  // Events held before those behind the horizon are written: a flush costs
+  // a mispredicted branch or two however little it writes, so it is put off
+  // until it writes many.
+  static constexpr uint64_t kWindow = 128;
 
   // The last kept stroke of a written key: the one a stroke landing on its
   // point merges with, and the one its key's next stroke ends.
@@ -106,8 +111,12 @@ class StraightStream : public SmfEventVisitor {
     }
   }
   void MoveEarlier(uint64_t waiting);
-  uint64_t LatestStrokeOf(uint8_t key);   // its number in waiting_
-  uint64_t LatestReleaseOf(uint8_t key);  // its number in releases_
+  uint64_t LatestStrokeOf(uint8_t key);  // its number in waiting_
+  // The release of a key's silenced last stroke: its number in releases_,
+  // or kNowhere once it is written.
+  uint64_t LatestReleaseOf(uint8_t key) const {
+    return releasesQueued_[key] > 0 ? latestRelease_[key] : kNowhere;
+  }
   static bool Before(const Release& a, const Release& b) {
     return a.tick != b.tick ? a.tick < b.tick : a.key < b.key;
   }
@@ -117,11 +126,13 @@ class StraightStream : public SmfEventVisitor {
     release.key = key;
     ++releasesQueued_[key];
     const uint64_t last = releases_.next() - 1;
+    latestRelease_[key] = last;
     if (last > releases_.first() && Before(release, releases_.at(last - 1))) {
       MoveReleaseEarlier(last);
     }
     if (tick < due_) due_ = tick;
   }
+  // The latest release of its key, moved to its place in the line.
   void MoveReleaseEarlier(uint64_t release);
 
   void Strike(uint64_t tick, uint8_t playedKey, uint8_t velocity);
@@ -154,7 +165,10 @@ class StraightStream : public SmfEventVisitor {
   RingQueue<Waiting> waiting_;
   RingQueue<Release> releases_;
   std::array<uint32_t, kKeys> releasesQueued_{};  // by key
-  uint64_t due_;                                  // nothing held is due before it
+  // By key: the number in releases_ of its last stroke's release while it
+  // waits, kept as releases move so that it is never searched for.
+  std::array<uint64_t, kKeys> latestRelease_{};
+  uint64_t due_;  // nothing held is due before it
 };
 
 }  // namespace rw::groove
