@@ -104,10 +104,9 @@ void PlayedTiming(benchmark::State& state, const char* groove) {
   state.SetBytesProcessed(int64_t(state.iterations()) * int64_t(file.filtered.size()));
 }
 
-// Writing it straight, given that it is played. As with the loads, the
-// straight file's memory is mapped once, by the first iteration, so that
-// the others measure the straightening; IntoFreshMemory pays the mapping
-// every time.
+// Writing it straight: the command's step, both walks. As with the loads,
+// the straight file's memory is mapped once, by the first iteration, so
+// that the others measure the straightening.
 void Straightening(benchmark::State& state, const char* groove) {
   const PlayedFile& file = PlayedFileOf(groove, state.range(0));
   std::vector<uint8_t> storage;
@@ -117,33 +116,6 @@ void Straightening(benchmark::State& state, const char* groove) {
       state.SkipWithError("the file was not straightened");
     }
     storage = std::move(straight.bytes);
-    benchmark::DoNotOptimize(storage.data());
-  }
-  state.SetBytesProcessed(int64_t(state.iterations()) * int64_t(file.filtered.size()));
-}
-
-void StraighteningIntoFreshMemory(benchmark::State& state, const char* groove) {
-  const PlayedFile& file = PlayedFileOf(groove, state.range(0));
-  for (auto _ : state) {
-    const StraightGroove straight = Straighten(file.filtered, file.meter);
-    if (!straight.written) state.SkipWithError("the file was not straightened");
-    benchmark::DoNotOptimize(straight.bytes.data());
-  }
-  state.SetBytesProcessed(int64_t(state.iterations()) * int64_t(file.filtered.size()));
-}
-
-// The command's step: the timing measured, and the groove, being played,
-// written straight.
-void StraighteningIfPlayed(benchmark::State& state, const char* groove) {
-  const PlayedFile& file = PlayedFileOf(groove, state.range(0));
-  std::vector<uint8_t> storage;
-  for (auto _ : state) {
-    TimingStep step = StraightenIfPlayed(file.filtered, file.meter, std::move(storage));
-    if (!step.straight || !step.straight->written) {
-      state.SkipWithError("not straightened");
-      break;
-    }
-    storage = std::move(step.straight->bytes);
     benchmark::DoNotOptimize(storage.data());
   }
   state.SetBytesProcessed(int64_t(state.iterations()) * int64_t(file.filtered.size()));
@@ -161,19 +133,7 @@ BENCHMARK_CAPTURE(Straightening, funk, kFunk)
     ->Arg(10)
     ->Unit(benchmark::kMillisecond)
     ->UseRealTime();
-BENCHMARK_CAPTURE(StraighteningIntoFreshMemory, funk, kFunk)
-    ->Arg(10)
-    ->Unit(benchmark::kMillisecond)
-    ->UseRealTime();
-BENCHMARK_CAPTURE(StraighteningIfPlayed, funk, kFunk)
-    ->Arg(10)
-    ->Unit(benchmark::kMillisecond)
-    ->UseRealTime();
 BENCHMARK_CAPTURE(Straightening, rock, kRock)
-    ->Arg(10)
-    ->Unit(benchmark::kMillisecond)
-    ->UseRealTime();
-BENCHMARK_CAPTURE(StraighteningIfPlayed, rock, kRock)
     ->Arg(10)
     ->Unit(benchmark::kMillisecond)
     ->UseRealTime();
