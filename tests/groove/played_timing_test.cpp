@@ -6,7 +6,6 @@
 
 #include <cmath>
 
-#include "played_groove_generator.h"
 #include "smf_builder.h"
 
 namespace rw::groove::testing {
@@ -96,21 +95,6 @@ TEST(ThePlayedRule, NeverTakesProgrammedRollsSextupletsOrStraightGroovesForPlayi
       EXPECT_EQ(timing->strokes, ticks.size());
       EXPECT_EQ(timing->onGrid, ticks.size()) << "division " << division;
       EXPECT_FALSE(timing->played);
-    }
-  }
-}
-
-TEST(ThePlayedRule, TakesEveryGeneratedPerformanceForPlaying) {
-  for (const AuthoredGroove& groove : AuthoredGrooves()) {
-    for (uint32_t seed = 1; seed <= 3; ++seed) {
-      Performance performance;
-      performance.seed = seed;
-      const PlayedGroove played = PlayGroove(groove, performance);
-      const Load load(played.file);
-      const std::optional<PlayedTiming> timing = MeasurePlayedTiming(load.bytes());
-      ASSERT_TRUE(timing) << groove.name;
-      EXPECT_TRUE(timing->played) << groove.name << " seed " << seed << ": " << timing->onGrid
-                                  << " of " << timing->strokes << " on the grid";
     }
   }
 }
