@@ -72,8 +72,6 @@ struct BasicSmfReader<Store>::WindowRun {
   uint64_t stop;           // the first position not taken: chunk end or window
   uint64_t countedGrowth;  // bytes inserted and counted as read
   int64_t writePos;
-  uint8_t lastByte;
-  int32_t lastVarLen;
   TrackState track;
   DrumState drums;
   bool drumsFound;
@@ -110,8 +108,6 @@ bool BasicSmfReader<Store>::ReadChannelEventsInWindow(bool collect, bool& drumEv
       .stop = 0,
       .countedGrowth = 0,
       .writePos = writePos_,
-      .lastByte = lastByte_,
-      .lastVarLen = lastVarLen_,
       .track = track_,
       .drums = drums_,
       .drumsFound = false,
@@ -145,8 +141,6 @@ bool BasicSmfReader<Store>::ReadChannelEventsInWindow(bool collect, bool& drumEv
       const uint32_t length = statusAt + (detail::OneDataByte(status) ? 2 : 3);
       const uint8_t key = bytes[statusAt + 1];
       run.position += length;
-      run.lastByte = bytes[length - 1];
-      run.lastVarLen = static_cast<int32_t>(delta);
       run.track.runningStatus = status;
       // Even a zero delta: a meter set late can leave the tick beyond its measure.
       detail::AdvanceTime(run.track.absoluteTime, run.track.measure, run.track.tickInMeasure,
@@ -171,13 +165,10 @@ bool BasicSmfReader<Store>::ReadChannelEventsInWindow(bool collect, bool& drumEv
                         static_cast<int64_t>(run.countedGrowth);
   readPos_ = static_cast<int64_t>(run.position);
   chunkConsumed_ += consumed;
-  totalConsumed_ += consumed;
   chunkLength_ += grown;
   chunkEnd_ += grown;
   if (grown > 0) lengthFieldStale_ = true;
   writePos_ = run.writePos;
-  lastByte_ = run.lastByte;
-  lastVarLen_ = run.lastVarLen;
   track_ = run.track;
   drums_ = run.drums;
   if (run.drumsFound) drumEventsFound = true;
@@ -200,7 +191,6 @@ void BasicSmfReader<Store>::ReadRunningStatusRun(WindowRun& run) {
   int32_t highestKey = run.drums.highestKey;
   int32_t lowestKey = run.drums.lowestKey;
   uint64_t at = 0;
-  uint32_t lastDelta = 0;
   do {
     uint32_t delta;
     uint32_t deltaLength;
@@ -208,15 +198,12 @@ void BasicSmfReader<Store>::ReadRunningStatusRun(WindowRun& run) {
     const uint8_t key = bytes[at + deltaLength];
     if (key >= 0x80) break;  // a status byte
     at += deltaLength + (kTwoData ? 2 : 1);
-    lastDelta = delta;
     detail::AdvanceTime(absoluteTime, measure, tickInMeasure, ticksPerMeasure,
                         static_cast<int32_t>(delta));
     if (kDrum && namesKey) NoteKey(key, highestKey, lowestKey);
   } while (at < limit);
 
   run.position += at;
-  run.lastVarLen = static_cast<int32_t>(lastDelta);
-  run.lastByte = bytes[at - 1];
   run.track.absoluteTime = absoluteTime;
   run.track.measure = measure;
   run.track.tickInMeasure = tickInMeasure;
@@ -251,10 +238,9 @@ void BasicSmfReader<Store>::SilenceRun(WindowRun& run) {
   // Input bytes left before the chunk's own end: reading may run past it,
   // but a running event is rewritten only inside it, and only in a file
   // whose chunks lie whole in it (InsideWholeChunk).
-  int64_t insideChunk =
-      rewritesRunningEvents_
-          ? static_cast<int64_t>(run.chunkEnd) - static_cast<int64_t>(run.position)
-          : 0;
+  int64_t insideChunk = rewritesRunningEvents_ ? static_cast<int64_t>(run.chunkEnd) -
+                                                     static_cast<int64_t>(run.position)
+                                               : 0;
   uint64_t counted = 0;
   const uint8_t* limit = std::min(chunkEnd, store.InputEnd() - (WindowRun::kWindow - 1));
   const bool collect = run.collect;
@@ -264,8 +250,6 @@ void BasicSmfReader<Store>::SilenceRun(WindowRun& run) {
   const int32_t ticksPerMeasure = run.track.meter.ticksPerMeasure;
   uint8_t status = run.track.runningStatus;
   bool took = false;
-  uint32_t lastDelta = 0;
-  uint8_t lastData = 0;
 
   // One event whose delta takes kStatusAt bytes. Each shape has its own
   // code with constant offsets, so that the next event's position is known
@@ -277,7 +261,6 @@ void BasicSmfReader<Store>::SilenceRun(WindowRun& run) {
     // the bytes just read.
     const uint8_t first = in[0];
     const uint8_t second = in[1];
-    lastData = in[kConsumed - 1];
     out[0] = first;
     out[1] = second;  // after a one-byte delta, overwritten by the status next
     out[kStatusAt] = 0x89;
@@ -288,7 +271,6 @@ void BasicSmfReader<Store>::SilenceRun(WindowRun& run) {
     out += kStatusAt + 3;
     status = eventStatus;
     took = true;
-    lastDelta = delta;
     detail::AdvanceTime(absoluteTime, measure, tickInMeasure, ticksPerMeasure,
                         static_cast<int32_t>(delta));
   };
@@ -298,7 +280,6 @@ void BasicSmfReader<Store>::SilenceRun(WindowRun& run) {
     constexpr uint32_t kStatusAt = decltype(statusAt)::value;
     const uint8_t first = in[0];
     const uint8_t second = in[1];
-    lastData = in[kStatusAt];
     out[0] = first;
     out[1] = second;  // after a one-byte delta, overwritten next
     out[kStatusAt] = 0x00;
@@ -308,7 +289,6 @@ void BasicSmfReader<Store>::SilenceRun(WindowRun& run) {
     out += kStatusAt + 2;
     ++counted;
     took = true;
-    lastDelta = delta;
     detail::AdvanceTime(absoluteTime, measure, tickInMeasure, ticksPerMeasure,
                         static_cast<int32_t>(delta));
   };
@@ -387,8 +367,6 @@ void BasicSmfReader<Store>::SilenceRun(WindowRun& run) {
   run.track.measure = measure;
   run.track.tickInMeasure = tickInMeasure;
   run.track.runningStatus = status;
-  run.lastVarLen = static_cast<int32_t>(lastDelta);
-  run.lastByte = lastData;
   run.writePos = static_cast<int64_t>(run.position);
 }
 

@@ -91,8 +91,6 @@ class BasicSmfReader {
       Alert(text::kReadBeyondEof);
     }
     ++chunkConsumed_;
-    ++totalConsumed_;
-    lastByte_ = value;
     return value;
   }
 
@@ -125,8 +123,7 @@ class BasicSmfReader {
       byte = ReadByte();
       value = (value << 7) + (byte & 0x7Fu);
     } while (byte >= 0x80);
-    lastVarLen_ = static_cast<int32_t>(value);
-    return lastVarLen_;
+    return static_cast<int32_t>(value);
   }
 
   void ReadChunkHeader();
@@ -186,8 +183,6 @@ class BasicSmfReader {
   int64_t chunkEnd() const { return chunkEnd_; }
   int64_t chunkLengthFieldPosition() const { return chunkLengthPos_; }
   int64_t chunkConsumed() const { return chunkConsumed_; }
-  uint8_t lastByte() const { return lastByte_; }
-  int32_t lastVarLen() const { return lastVarLen_; }
 
   int32_t format() const { return format_; }
   int32_t trackCount() const { return trackCount_; }
@@ -282,11 +277,8 @@ class BasicSmfReader {
   int64_t chunkLength_ = 0;
   int64_t chunkEnd_ = 0;
   int64_t chunkConsumed_ = 0;
-  bool lengthFieldStale_ = false;  // chunkLength_ not yet written back to its field
+  bool lengthFieldStale_ = false;       // chunkLength_ not yet written back to its field
   bool rewritesRunningEvents_ = false;  // ChunksLieInFile, found at the start of the load
-  int64_t totalConsumed_ = 0;      // kept, never consulted
-  uint8_t lastByte_ = 0;
-  int32_t lastVarLen_ = 0;
 
   // Header.
   int32_t format_ = 0;

@@ -20,7 +20,6 @@ template <class Store>
 void BasicSmfReader<Store>::Initialise() {
   MoveReadPosition(0);
   chunkConsumed_ = 0;
-  totalConsumed_ = 0;
   division_ = 1024;
   diagnosticsShown_ = 0;
   // Deliberately at tick 1, not 0; ticksPerBeat stays as the records hold it.

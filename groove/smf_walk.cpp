@@ -296,7 +296,8 @@ std::vector<uint8_t> MendedFile(const uint8_t* bytes, const StrictWalk& walk) {
   std::vector<uint8_t> out(bytes, bytes + walk.headerEnd);
   for (const TrackExtent& extent : walk.extents) {
     const uint64_t lengthAt = out.size() + 4;
-    out.insert(out.end(), bytes + extent.chunkOffset, bytes + extent.chunkOffset + kChunkHeaderSize);
+    out.insert(out.end(), bytes + extent.chunkOffset,
+               bytes + extent.chunkOffset + kChunkHeaderSize);
     out.insert(out.end(), bytes + extent.dataBegin, bytes + extent.keptEnd);
     if (!extent.endOfTrack) out.push_back(0x00);  // at once after the last event
     out.insert(out.end(), std::begin(kEndOfTrack), std::end(kEndOfTrack));

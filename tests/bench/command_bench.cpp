@@ -58,8 +58,8 @@ void WriteGroove(const fs::path& file, bool played = false) {
   for (const Event& e : events) {
     const std::uint32_t delta = e.tick - now;  // below 16,384: two bytes at most
     if (delta >= 0x80) track.push_back(static_cast<std::uint8_t>(0x80 | (delta >> 7)));
-    track.insert(track.end(), {static_cast<std::uint8_t>(delta & 0x7F), e.status, e.key,
-                               e.velocity});
+    track.insert(track.end(),
+                 {static_cast<std::uint8_t>(delta & 0x7F), e.status, e.key, e.velocity});
     now = e.tick;
   }
   track.insert(track.end(), {0x00, 0xFF, 0x2F, 0x00});
@@ -102,9 +102,9 @@ void StoreChoices() {
     const struct {
       const char* name;
       std::uint8_t value;
-    } values[] = {{"rhythmweaveFill", 4},     {"rhythmweaveEnding", 1},
-                  {"rhythmweaveCountIn", 1},  {"rhythmweaveVariation", 1},
-                  {"rhythmweaveCrash", 1},    {"rhythmweaveStraighten", 1},
+    } values[] = {{"rhythmweaveFill", 4},       {"rhythmweaveEnding", 1},
+                  {"rhythmweaveCountIn", 1},    {"rhythmweaveVariation", 1},
+                  {"rhythmweaveCrash", 1},      {"rhythmweaveStraighten", 1},
                   {"rhythmweaveOnlyFitting", 1}};
     for (const auto& [name, value] : values) {
       const std::uint8_t bytes[] = {value, 0, 0, 0};
@@ -154,8 +154,8 @@ fs::path NestedLibrary() {
     WriteGroove(grooves / "Groove.mid");
     for (int category = 0; category < 10; ++category) {
       for (int folder = 0; folder < 20; ++folder) {
-        const fs::path dir = grooves / ("Genre " + std::to_string(category)) /
-                             ("Set " + std::to_string(folder));
+        const fs::path dir =
+            grooves / ("Genre " + std::to_string(category)) / ("Set " + std::to_string(folder));
         fs::create_directories(dir);
         for (int i = 0; i < 50; ++i) {
           fs::copy_file(grooves / "Groove.mid", dir / ("Groove " + std::to_string(i) + ".mid"));

@@ -39,8 +39,7 @@ int main(int argc, char** argv) {
   // whole and cut short.
   const Bytes growing = smf(1, 96,
                             {cat({kick, note(96, 0x89, 36, 64), kEndOfTrack}),
-                             Bytes{0x00, 0xC0, 0x05, 0x00, 0x06, 0x00, 0x07},
-                             cat({kEndOfTrack})});
+                             Bytes{0x00, 0xC0, 0x05, 0x00, 0x06, 0x00, 0x07}, cat({kEndOfTrack})});
   Save(dir, index++, growing);
   Save(dir, index++, Bytes(growing.begin(), growing.end() - 10));
   SmfGenerator generator(1);

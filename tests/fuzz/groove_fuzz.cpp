@@ -14,11 +14,11 @@
 #include <vector>
 
 #include "groove_proof.h"
-#include "straighten.h"
 #include "literal_store.h"
 #include "load_groove.h"
 #include "smf_header_impl.h"
 #include "smf_reader.h"
+#include "straighten.h"
 #include "track_parser_impl.h"
 
 // The host engine's import reader.

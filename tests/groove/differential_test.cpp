@@ -45,8 +45,6 @@ void ExpectSameOutcome(const Bytes& file, Coverage* coverage = nullptr) {
   EXPECT_EQ(f.chunkLength(), l.chunkLength());
   EXPECT_EQ(f.chunkEnd(), l.chunkEnd());
   EXPECT_EQ(f.chunkConsumed(), l.chunkConsumed());
-  EXPECT_EQ(f.lastByte(), l.lastByte());
-  EXPECT_EQ(f.lastVarLen(), l.lastVarLen());
   EXPECT_EQ(f.lowestDrumKey(), l.lowestDrumKey());
   EXPECT_EQ(f.highestDrumKey(), l.highestDrumKey());
   for (int key = 0; key < 128; ++key) EXPECT_EQ(f.keyUsed(key), l.keyUsed(key)) << key;
@@ -94,7 +92,8 @@ Bytes GrowingTrackWithoutEnd(std::mt19937& rng, bool drums) {
   Bytes events = drums ? note(0, 0x99, 36, 100) : Bytes{};
   const int messages = pick(1, 4);
   for (int m = 0; m < messages; ++m) {
-    events = cat({events, vlq(uint32_t(pick(0, 200))),
+    events = cat({events,
+                  vlq(uint32_t(pick(0, 200))),
                   {uint8_t((pick(0, 1) ? 0xC0 : 0xD0) | pick(0, 8)), uint8_t(pick(0, 127))}});
     const int running = pick(0, 3);
     for (int r = 0; r < running; ++r) {
@@ -125,10 +124,10 @@ TEST(TheReaderReadsWhatTheLiteralRulesRead, WhenTracksGrowAtTheirEndWithoutEndOf
 TEST(TheReaderReadsWhatTheLiteralRulesRead, WhenAFileWithGrowingEventsIsCutAnywhere) {
   std::mt19937 rng(31);
   for (int i = 0; i < 12; ++i) {
-    const Bytes whole =
-        cat({header(1, 2, 96), GrowingTrackWithoutEnd(rng, true), GrowingTrackWithoutEnd(rng, false),
-             track(cat({{0x00, 0xC1, 0x05, 0x00, 0x06, 0x00, 0x07}, note(0, 0x99, 38, 90),
-                        kEndOfTrack}))});
+    const Bytes whole = cat(
+        {header(1, 2, 96), GrowingTrackWithoutEnd(rng, true), GrowingTrackWithoutEnd(rng, false),
+         track(cat(
+             {{0x00, 0xC1, 0x05, 0x00, 0x06, 0x00, 0x07}, note(0, 0x99, 38, 90), kEndOfTrack}))});
     for (std::size_t cut = 0; cut <= whole.size(); ++cut) {
       ExpectSameEverywhere(Bytes(whole.begin(), whole.begin() + long(cut)));
       if (HasFatalFailure()) return;
