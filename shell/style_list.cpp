@@ -58,8 +58,7 @@ bool MeterFitsMeasures(const GrooveStyle& style, groove::RegionMeter meter) {
     if (!file) return true;
     scan = groove::ScanMeterOfFile(file.get());
   }
-  return scan.outcome != groove::MeterScanOutcome::kMeter ||
-         groove::MeterFits(scan.pattern, meter);
+  return scan.outcome != groove::MeterScanOutcome::kMeter || groove::MeterFits(scan.pattern, meter);
 }
 
 }  // namespace

@@ -92,8 +92,8 @@ class Picture {
     // an average character of their fonts.
     const double texts = std::max({17 * 0.62 * double(grid_.title.size()),
                                    12 * 0.58 * double(grid_.subtitle.size()), kLegendWidth});
-    const double width = std::max(2 * kMargin + kLabelWidth + perLine_ * measureWidth_,
-                                  2 * kMargin + texts);
+    const double width =
+        std::max(2 * kMargin + kLabelWidth + perLine_ * measureWidth_, 2 * kMargin + texts);
     const double height = kMargin + kTitleHeight + lines_ * systemHeight_ + kLegendHeight;
     out_ << "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
          << "<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"" << Number(width) << "\" height=\""
@@ -208,7 +208,8 @@ class Picture {
     std::vector<GridHit> measure(from, std::find_if(from, hits_.end(), [end](const GridHit& h) {
                                    return h.position >= end;
                                  }));
-    std::stable_partition(measure.begin(), measure.end(), [](const GridHit& h) { return !h.faint; });
+    std::stable_partition(measure.begin(), measure.end(),
+                          [](const GridHit& h) { return !h.faint; });
     for (auto hit = measure.begin(); hit != measure.end(); ++hit) {
       const int row = static_cast<int>(std::distance(keys_.upper_bound(hit->key), keys_.end()));
       const double x = left + double(hit->position - start) * unitWidth_;

@@ -16,8 +16,8 @@ constexpr int kLastKitKey = 59;  // kicks, snares, toms, hi-hats and cymbals; ha
 // Words that name a drum part, in the languages track names come in
 // (compared in lower case; the Japanese ones as UTF-8 bytes).
 constexpr const char* kDrumWords[] = {
-    "drum", "perc", "kit", "batterie", "schlagzeug", "bater", "trumm", "perkus", "slagverk",
-    "slagwerk", "ドラム", "パーカッション", "打楽器"};
+    "drum",   "perc",     "kit",      "batterie", "schlagzeug",     "bater", "trumm",
+    "perkus", "slagverk", "slagwerk", "ドラム",   "パーカッション", "打楽器"};
 
 bool NamesDrums(const uint8_t* text, uint32_t length) {
   std::string lower(reinterpret_cast<const char*>(text), length);

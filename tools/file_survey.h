@@ -44,12 +44,12 @@ struct FileSurvey {
   groove::StrictWalk walk;  // of the original bytes
   bool header = false;      // the header chunk passed the walk
   uint16_t division = 0;
-  std::array<uint64_t, 16> noteOns{};       // sounding note-ons per channel (index 0: channel 1)
-  std::array<uint64_t, 16> drumKeyNotes{};  // of them, on keys 35 to 81
-  std::array<uint64_t, 16> kitKeyNotes{};   // of them, on the kit's own keys 35 to 59
+  std::array<uint64_t, 16> noteOns{};         // sounding note-ons per channel (index 0: channel 1)
+  std::array<uint64_t, 16> drumKeyNotes{};    // of them, on keys 35 to 81
+  std::array<uint64_t, 16> kitKeyNotes{};     // of them, on the kit's own keys 35 to 59
   std::array<uint64_t, 16> struckTogether{};  // of them, at the tick of the one before
   std::array<std::bitset<128>, 16> keys;      // the keys each channel sounds
-  std::bitset<128> channel10Keys;           // keys of channel-10 notes, on or off
+  std::bitset<128> channel10Keys;             // keys of channel-10 notes, on or off
   bool anyTimeSignature = false;
   std::optional<MeterChange> meterChange;  // the first, in file order
   std::vector<TrackSurvey> tracks;         // one per "MTrk" chunk walked

@@ -155,7 +155,8 @@ std::string RefusalText(const groove::GrooveJudgement& judgement) {
   std::string text = PluginString(id);
   if (const std::string damage = groove::DamageOf(judgement); !damage.empty()) {
     std::string line = PluginString(groove::kStringDamage);
-    if (const std::size_t at = line.find("%1"); at != std::string::npos) line.replace(at, 2, damage);
+    if (const std::size_t at = line.find("%1"); at != std::string::npos)
+      line.replace(at, 2, damage);
     text += "\n" + line;
   }
   return text;

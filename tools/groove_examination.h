@@ -6,9 +6,9 @@
 #include <string>
 #include <vector>
 
+#include "drum_hits.h"
 #include "file_survey.h"
 #include "groove_file.h"
-#include "drum_hits.h"
 #include "groove_proof.h"
 #include "meters.h"
 

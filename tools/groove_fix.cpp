@@ -202,10 +202,10 @@ FixResult FixGroove(std::span<const uint8_t> original, const FixOptions& options
           groove::Straighten(bytes, groove::MeterOf(verdict.judgement().pattern));
       if (straight.written) {
         bytes = std::move(straight.bytes);
-        result.changes.push_back(
-            "wrote the played timing straight (" + std::to_string(straight.report.strokesMoved) +
-            " of " + std::to_string(straight.report.onsetsBefore) + " strokes moved, " +
-            std::to_string(straight.report.strokesMerged) + " merged)");
+        result.changes.push_back("wrote the played timing straight (" +
+                                 std::to_string(straight.report.strokesMoved) + " of " +
+                                 std::to_string(straight.report.onsetsBefore) + " strokes moved, " +
+                                 std::to_string(straight.report.strokesMerged) + " merged)");
         for (const groove::DrumKeyMapping& mapping : straight.report.mappedKeys) {
           result.changes.push_back("wrote key " + std::to_string(mapping.from) + " as " +
                                    std::to_string(mapping.to));

@@ -17,7 +17,7 @@ struct FixOptions {
   std::optional<int> drumsChannel;  // 1 to 16
   std::optional<int> numerator;     // with denominatorPower: the meter to add
   int denominatorPower = 2;
-  bool straighten = false;          // a played groove written straight, as the plug-in places it
+  bool straighten = false;  // a played groove written straight, as the plug-in places it
 };
 
 struct FixResult {

@@ -1,7 +1,7 @@
 #include "groove_report.h"
 
-#include <nlohmann/json.hpp>
 #include <algorithm>
+#include <nlohmann/json.hpp>
 #include <optional>
 #include <sstream>
 
@@ -86,8 +86,8 @@ void Timing(std::ostream& out, const GrooveInspection& r) {
     for (std::size_t beat = 0; beat < straight->beatGrids.size(); ++beat) {
       out << (beat ? "," : "") << " " << beat + 1 << " " << GridName(straight->beatGrids[beat]);
     }
-    out << " (" << straight->strokesMoved << " of " << straight->onsetsBefore
-        << " strokes moved, " << straight->strokesMerged << " merged)\n";
+    out << " (" << straight->strokesMoved << " of " << straight->onsetsBefore << " strokes moved, "
+        << straight->strokesMerged << " merged)\n";
   } else {
     out << "  placed as played: 'Straighten played timing' cleared\n";
   }
@@ -109,11 +109,12 @@ void KeysOutside(std::ostream& out, const GrooveInspection& r) {
 }
 
 void Grid(std::ostream& out, const GrooveInspection& r, std::span<const uint8_t> filtered) {
-  const groove::DrumGridText grid = groove::DrumGridTextOf(
-      filtered, r.judgement().pattern, std::min(kGridMeasures, r.judgement().grooveMeasures),
-      kGridWidth);
+  const groove::DrumGridText grid =
+      groove::DrumGridTextOf(filtered, r.judgement().pattern,
+                             std::min(kGridMeasures, r.judgement().grooveMeasures), kGridWidth);
   if (grid.lines.empty()) return;
-  out << "  first " << (grid.measures == 1 ? "measure" : std::to_string(grid.measures) + " measures")
+  out << "  first "
+      << (grid.measures == 1 ? "measure" : std::to_string(grid.measures) + " measures")
       << " as placed, in " << groove::GridStepName(grid.step) << (grid.exact ? "" : " (nearest)")
       << ":\n";
   for (const std::string& line : grid.lines) out << "    " << line << "\n";
@@ -210,12 +211,11 @@ std::string JsonReport(const GrooveInspection& r, std::span<const uint8_t> filte
   json["mends"] = mends;
   json["timing"] = TimingJson(r);
   if (r.placed()) {
-    const groove::DrumGridText grid = groove::DrumGridTextOf(
-        filtered, r.judgement().pattern, std::min(kGridMeasures, r.judgement().grooveMeasures),
-        kGridWidth);
-    json["drum_grid"] = {{"step", groove::GridStepName(grid.step)},
-                         {"exact", grid.exact},
-                         {"lines", grid.lines}};
+    const groove::DrumGridText grid =
+        groove::DrumGridTextOf(filtered, r.judgement().pattern,
+                               std::min(kGridMeasures, r.judgement().grooveMeasures), kGridWidth);
+    json["drum_grid"] = {
+        {"step", groove::GridStepName(grid.step)}, {"exact", grid.exact}, {"lines", grid.lines}};
   } else {
     json["drum_grid"] = nullptr;
   }
@@ -240,8 +240,8 @@ std::string TextReport(const std::string& name, const GrooveInspection& r,
   out << name << "\n";
   // Fields of a file that is no MIDI file at all mean nothing.
   if (r.beginsWithHeader) {
-    out << "  format " << r.proof.facts.format << ", " << r.proof.facts.tracks << " track(s) after filtering, division "
-        << p.division << " ticks per quarter note\n";
+    out << "  format " << r.proof.facts.format << ", " << r.proof.facts.tracks
+        << " track(s) after filtering, division " << p.division << " ticks per quarter note\n";
     out << "  meter " << meter.numerator << "/" << meter.denominator << " (" << meter.ticksPerBeat
         << " ticks per beat, " << meter.ticksPerMeasure << " per measure)\n";
     out << "  tempo " << r.proof.facts.tempoBpm << " BPM\n";
@@ -256,7 +256,8 @@ std::string TextReport(const std::string& name, const GrooveInspection& r,
     }
     if (!r.instruments.empty()) {
       out << "  drum keys:\n";
-      for (int key : r.instruments) out << "    " << key << "  " << groove::DrumKeyName(key) << "\n";
+      for (int key : r.instruments)
+        out << "    " << key << "  " << groove::DrumKeyName(key) << "\n";
     }
     Timing(out, r);
     KeysOutside(out, r);

@@ -6,8 +6,8 @@
 #include <string>
 #include <vector>
 
-#include "groove_fix.h"
 #include "groove_examination.h"
+#include "groove_fix.h"
 #include "groove_picture.h"
 #include "groove_report.h"
 #include "rwgroove_help.h"

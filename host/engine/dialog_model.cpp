@@ -11,13 +11,13 @@ std::map<int, ControlState> dialog_template(std::uint16_t id) {
     Kind kind;
     bool enabled;
   } kTemplate102[] = {
-      {1, Kind::Button, true},      {2, Kind::Button, true},       {21, Kind::Radio, true},
-      {22, Kind::Radio, true},      {23, Kind::CheckBox, false},   {24, Kind::CheckBox, false},
-      {25, Kind::CheckBox, false},  {26, Kind::CheckBox, false},   {27, Kind::CheckBox, false},
-      {28, Kind::CheckBox, true},   {1019, Kind::DropDown, true},  {1020, Kind::DropDown, true},
+      {1, Kind::Button, true},       {2, Kind::Button, true},      {21, Kind::Radio, true},
+      {22, Kind::Radio, true},       {23, Kind::CheckBox, false},  {24, Kind::CheckBox, false},
+      {25, Kind::CheckBox, false},   {26, Kind::CheckBox, false},  {27, Kind::CheckBox, false},
+      {28, Kind::CheckBox, true},    {1019, Kind::DropDown, true}, {1020, Kind::DropDown, true},
       {1021, Kind::DropDown, false}, {2002, Kind::ListBox, true},  {2003, Kind::Label, true},
-      {2004, Kind::Label, true},    {2006, Kind::Label, true},     {2007, Kind::Text, true},
-      {2008, Kind::Label, false},   {2009, Kind::Text, true},      {2010, Kind::Label, true},
+      {2004, Kind::Label, true},     {2006, Kind::Label, true},    {2007, Kind::Text, true},
+      {2008, Kind::Label, false},    {2009, Kind::Text, true},     {2010, Kind::Label, true},
   };
   std::map<int, ControlState> controls;
   if (id != 102) return controls;

@@ -52,7 +52,8 @@ Bytes commented_bytes(const nlohmann::json& lines) {
 
 void write(const std::filesystem::path& file, const Bytes& bytes) {
   std::ofstream(file, std::ios::binary)
-      .write(reinterpret_cast<const char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
+      .write(reinterpret_cast<const char*>(bytes.data()),
+             static_cast<std::streamsize>(bytes.size()));
 }
 
 }  // namespace
@@ -69,16 +70,16 @@ void write_groove(const nlohmann::json& groove, const std::filesystem::path& fil
   while ((1 << denominator_power) < meter.at(1)) ++denominator_power;
 
   std::vector<Event> events;
-  events.push_back({0, 0,
-                    {0xFF, 0x58, 0x04, static_cast<std::uint8_t>(meter.at(0)), denominator_power,
-                     24, 8}});
+  events.push_back(
+      {0, 0, {0xFF, 0x58, 0x04, static_cast<std::uint8_t>(meter.at(0)), denominator_power, 24, 8}});
   events.push_back({0, 0, {0xFF, 0x51, 0x03, 0x07, 0xA1, 0x20}});  // 120 beats a minute
   std::uint32_t last = 0;
   for (const auto& note : groove.at("notes")) {
     // [tick, key], then optionally the channel, the velocity and the length.
     const auto tick = note.at(0).get<std::uint32_t>();
     const auto key = static_cast<std::uint8_t>(note.at(1).get<int>());
-    const std::uint8_t ch = note.size() > 2 ? static_cast<std::uint8_t>(note.at(2).get<int>()) : channel;
+    const std::uint8_t ch =
+        note.size() > 2 ? static_cast<std::uint8_t>(note.at(2).get<int>()) : channel;
     const auto velocity = static_cast<std::uint8_t>(note.size() > 3 ? note.at(3).get<int>() : 100);
     const std::uint32_t length = note.size() > 4 ? note.at(4).get<std::uint32_t>() : division / 8u;
     events.push_back({tick, 2, {static_cast<std::uint8_t>(0x90 | ch), key, velocity}});
