@@ -49,12 +49,14 @@ class Checks:
 
 
 def starter_grooves(args, checks, work):
-    for groove in sorted(pathlib.Path(args.grooves).glob("*.mid")):
+    for groove in sorted(pathlib.Path(args.grooves).rglob("*.mid")):
         report = run(args.rwgroove, "inspect", groove, "--json")
         data = json.loads(report.stdout)
         checks.expect(report.returncode == 0 and data["verdict"] == "placed",
                       f"{groove.name}: verdict {data['verdict']}")
-        picture = work / (groove.stem + ".svg")
+        # Programmed, so the plug-in places every part as it stands.
+        checks.expect(not data["timing"]["played"], f"{groove}: taken for played")
+        picture = work / (groove.parent.name + " " + groove.stem + ".svg")
         checks.expect(run(args.rwgroove, "render", groove, "-o", picture).returncode == 0,
                       f"{groove.name}: render failed")
         count, text = dots(picture)
