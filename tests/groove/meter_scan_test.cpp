@@ -1,11 +1,17 @@
-// The meter scan against the reader itself: on generated files and on the
-// edge cases of the reader's byte rules.
+// The meter scan against the reader itself: on generated files, on the
+// edge cases of the reader's byte rules, and on every groove the end-to-end
+// scenarios place.
 #include "meter_scan.h"
 
 #include <gtest/gtest.h>
 
 #include <cstdio>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <nlohmann/json.hpp>
 
+#include "groove_writer.h"
 #include "meters.h"
 #include "smf_generator.h"
 
@@ -248,6 +254,49 @@ TEST(TheMeterScan, ReadsMoreOfAnOpenFileOnlyWhenItMustAndRefusesAnEmptyOne) {
   EXPECT_EQ(ScanMeterOfFile(empty).outcome, MeterScanOutcome::kNone);
   std::fclose(empty);
   EXPECT_EQ(ScanMeterOfFile(nullptr).outcome, MeterScanOutcome::kNone);
+}
+
+// The scenarios' grooves, written by the reference host's own writer.
+void CollectGrooves(const nlohmann::json& node, const std::filesystem::path& file,
+                    std::vector<Bytes>& out) {
+  if (node.is_array()) {
+    for (const auto& item : node) CollectGrooves(item, file, out);
+    return;
+  }
+  if (!node.is_object()) return;
+  for (const auto& [key, value] : node.items()) {
+    if (key.ends_with("groove_files") && value.is_array()) {
+      for (const auto& groove : value) {
+        if (!groove.is_object() || !(groove.contains("bytes") || groove.contains("notes"))) {
+          continue;
+        }
+        cantel_host::write_groove(groove, file);
+        std::ifstream in(file, std::ios::binary);
+        out.emplace_back(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
+      }
+    } else {
+      CollectGrooves(value, file, out);
+    }
+  }
+}
+
+TEST(TheMeterScan, ReachesTheReadersMeterOnEveryScenarioGroove) {
+  const std::filesystem::path file =
+      std::filesystem::path(::testing::TempDir()) / "rw-meter-scan-scenario-groove.mid";
+  std::vector<Bytes> grooves;
+  for (const auto& entry : std::filesystem::directory_iterator(RW_SCENARIOS_DIR)) {
+    if (entry.path().extension() != ".json") continue;
+    std::ifstream in(entry.path());
+    CollectGrooves(nlohmann::json::parse(in), file, grooves);
+  }
+  std::filesystem::remove(file);
+  ASSERT_GT(grooves.size(), 100u);
+  int loaded = 0;
+  for (const Bytes& groove : grooves) {
+    ExpectScanAgreesWithReader(groove, false, loaded);
+    if (HasFatalFailure()) return;
+  }
+  EXPECT_GT(loaded, 100);
 }
 
 }  // namespace
