@@ -33,7 +33,11 @@ export WINEPREFIX="${WINEPREFIX:-$PWD/build/windows/wineprefix}"
 screens=build/windows/screens
 rm -rf "$screens" && mkdir -p "$screens"
 
-# One X server and one Wine server for the whole run.
+# One X server and one Wine server for the whole run. A Wine server left
+# from a run without a display would lend its desktop, where no window can be
+# made: end it first.
+/usr/lib/wine/wineserver -k 2>/dev/null || true
+/usr/lib/wine/wineserver -w 2>/dev/null || true
 xvfb-run -a bash -s "$wine" "$out" "$screens" "${RW_HOLD_MS:-0}" <<'RUN'
 set -uo pipefail
 wine=$1
@@ -121,7 +125,7 @@ for pair in en:drum_grid_shows_a_swing_style_in_triplets_and_a_six_eight_style_i
 done
 rm -rf "$shots"
 
-"$wine"server -k 2>/dev/null || wineserver -k 2>/dev/null || true
+/usr/lib/wine/wineserver -k 2>/dev/null || true
 echo "windows: $passed passed, $failed failed"
 [ "$failed" -eq 0 ]
 RUN

@@ -50,8 +50,12 @@ check "the DLL loads beside the host engine with its six exports" \
 # as a user who moved it has it; the platform's call must find the user's
 # groove folder there, not in the profile's usual place. Then a dialog's
 # fixed-width font, in Western and Japanese type. Both need an X server.
+# The Wine server the checks above started has no display and would lend
+# the probes its desktop, where no window can be made: end it first.
 scenario=host_user_folder_holds_only_what_the_user_put_there
 probes=$(mktemp -d)
+/usr/lib/wine/wineserver -k 2>/dev/null || true
+/usr/lib/wine/wineserver -w 2>/dev/null || true
 xvfb-run -a bash -s "$wine" "$bin" "$scenario" "$probes" <<'PROBE'
 wine=$1 bin=$2 scenario=$3 probes=$4
 "$wine" "$bin/cantel-host.exe" run "tests/scenarios/$scenario.json" --check >"$probes/run.txt" 2>&1
@@ -87,7 +91,7 @@ check "the package holds the user guide" test -f "$top/USER_GUIDE.md"
 cp "$bin/CantelEngine.dll" "$bin/load_check.exe" "$top/Plug-Ins/"
 packaged=$(cd "$top/Plug-Ins" && "$wine" load_check.exe --engine CantelEngine.dll RhythmWeave.dll 2>/dev/null | tr -d '\r' | head -1 || true)
 check "the packaged DLL loads beside the host engine (got: $packaged)" test "$packaged" = "loaded"
-"$wine"server -k 2>/dev/null || true
+/usr/lib/wine/wineserver -k 2>/dev/null || true
 
 echo "windows module: $passed passed, $failed failed"
 [ "$failed" -eq 0 ]

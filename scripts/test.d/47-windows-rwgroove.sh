@@ -74,7 +74,7 @@ check "the refused groove names channel 1" \
   grep -q '"advice": "the drums are on channel 1 (16 notes' "$out/Channel One.windows.json"
 help=$("$wine" "$exe" help fix 2>/dev/null | tr -d '\r' || true)
 check "rwgroove.exe help fix describes its options" grep -q -- '--drums-channel N' <<<"$help"
-"$wine"server -k 2>/dev/null || true
+/usr/lib/wine/wineserver -k 2>/dev/null || true
 
 echo "windows rwgroove: $passed passed, $failed failed"
 [ "$failed" -eq 0 ]
