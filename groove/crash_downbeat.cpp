@@ -13,8 +13,6 @@ constexpr uint8_t kCrash = 49;
 constexpr uint8_t kSecondCrash = 57;
 constexpr uint8_t kClosedHiHat = 42;
 constexpr uint8_t kRide = 51;
-constexpr uint8_t kDrumNoteOn = 0x99;
-constexpr uint8_t kDrumNoteOff = 0x89;
 constexpr uint8_t kUnaccentedCrash = 100;
 constexpr uint64_t kChunkHeaderSize = 8;
 

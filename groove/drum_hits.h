@@ -34,9 +34,11 @@ struct GrooveHits {
 // A note-on of channel 10 that sounds, and the events that end one: a
 // note-off, or a note-on with velocity 0. The strict walk hands on no data
 // byte above 0x7F, so a key indexes a table of 128.
-inline bool IsDrumNoteOn(const SmfEvent& e) { return e.status == 0x99 && e.data2 > 0; }
+inline constexpr uint8_t kDrumNoteOn = 0x99;
+inline constexpr uint8_t kDrumNoteOff = 0x89;
+inline bool IsDrumNoteOn(const SmfEvent& e) { return e.status == kDrumNoteOn && e.data2 > 0; }
 inline bool IsDrumNoteOff(const SmfEvent& e) {
-  return e.status == 0x89 || (e.status == 0x99 && e.data2 == 0);
+  return e.status == kDrumNoteOff || (e.status == kDrumNoteOn && e.data2 == 0);
 }
 
 // The hits of a file that passes the strict walk; `wellFormed` is false and

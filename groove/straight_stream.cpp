@@ -10,7 +10,6 @@ namespace {
 
 constexpr uint64_t kEnd = UINT64_MAX;
 constexpr uint64_t kLatest = UINT64_MAX - 1;  // the latest tick a release is written at
-constexpr uint8_t kNoteOn = 0x99;
 constexpr uint8_t kEndOfTrack[] = {0xFF, 0x2F, 0x00};
 
 }  // namespace
@@ -194,14 +193,14 @@ void StraightStream::Flush(uint64_t horizon) {
       const uint8_t key = releases[release & releaseMask].key;
       ++release;
       --releasesQueued_[key];
-      whole &= run.AddMessage(releaseTick, kNoteOn, key, 0);
+      whole &= run.AddMessage(releaseTick, kDrumNoteOn, key, 0);
       continue;
     }
     const Waiting& event = waiting[wait & waitingMask];
     ++wait;
     switch (event.kind) {
       case Kind::kStroke:
-        whole &= run.AddMessage(event.tick, kNoteOn, event.data1, event.data2);
+        whole &= run.AddMessage(event.tick, kDrumNoteOn, event.data1, event.data2);
         ++onsets;
         tally_.written[event.data1] = true;
         break;
